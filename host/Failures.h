@@ -1,0 +1,19 @@
+#pragma once
+
+// What a host can fail at beside its arguments.
+//
+//   throw Unavailable("The English speech model is not installed; "
+//                     "on Debian: apt-get install pocketsphinx-en-us");
+
+#include <stdexcept>
+
+namespace Varnelle {
+
+/// A device or a service of the system is missing. The message is one sentence that says which
+/// one, and how to get it. The command ends with exit status 69.
+class Unavailable : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+}  // namespace Varnelle
