@@ -21,6 +21,12 @@ namespace PrompterCore {
 /// The sum, or the nearest end of the 64-bit range where it does not fit.
 [[nodiscard]] std::int64_t saturatingAdd(std::int64_t a, std::int64_t b) noexcept;
 
+/// How far `upper` lies above `lower`, which is not above it. Always fits.
+[[nodiscard]] constexpr std::uint64_t distanceBetween(std::int64_t lower,
+                                                      std::int64_t upper) noexcept {
+    return static_cast<std::uint64_t>(upper) - static_cast<std::uint64_t>(lower);
+}
+
 /// A container's size as the signed count that positions are compared with.
 [[nodiscard]] constexpr std::int64_t signedCount(std::size_t size) noexcept {
     return static_cast<std::int64_t>(size);
