@@ -16,10 +16,14 @@ public:
     constexpr Required(T value) : value_(std::move(value)) {}  // NOLINT: reads like the T
     constexpr operator const T&() const noexcept { return value_; }
 
-    friend bool operator==(const Required&, const Required&) = default;
-
 private:
     T value_;
 };
+
+/// The values' own ==. Deduced, so that comparing with a plain value goes by the plain values.
+template <class T>
+[[nodiscard]] constexpr bool operator==(const Required<T>& a, const Required<T>& b) {
+    return static_cast<const T&>(a) == static_cast<const T&>(b);
+}
 
 }  // namespace PrompterCore

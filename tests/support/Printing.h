@@ -1,0 +1,101 @@
+#pragma once
+
+// How our values look when a test fails, for GoogleTest and RapidCheck alike: both print what has a
+// stream operator. Every test includes this header, so that a value prints the same everywhere.
+//
+// Texts print with everything but printable ASCII escaped, since what goes wrong is invisible:
+// "cafe\u{301}\r\n". A record of your room gets one operator beside the others here:
+//
+//   inline std::ostream& operator<<(std::ostream& out, const ScriptToken& token) {
+//       return Tests::printRecord(out, "ScriptToken", "index", token.index, "text", token.text);
+//   }
+
+#include <optional>
+#include <ostream>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "PrompterCore/support/IndexRange.h"
+#include "PrompterCore/support/Required.h"
+#include "PrompterCore/text/Characters.h"
+#include "PrompterCore/text/Text.h"
+#include "PrompterCore/text/Utf8.h"
+
+namespace PrompterCore {
+
+namespace Tests {
+
+/// In quotes. Bytes that are no well-formed UTF-8 print as \xFF.
+inline void printEscaped(std::ostream& out, std::string_view bytes) {
+    const auto hex = [&out](const char* before, unsigned value, const char* after) {
+        const auto flags = out.flags();
+        out << before << std::hex << std::uppercase << value << after;
+        out.flags(flags);
+    };
+    out << '"';
+    for (std::size_t at = 0; at < bytes.size();) {
+        std::size_t bad = at;
+        if (const std::size_t length = Utf8::illFormedPart(bytes, bad); length != 0 && bad == at) {
+            for (const std::size_t end = at + length; at < end; ++at)
+                hex("\\x", static_cast<unsigned char>(bytes[at]), "");
+            continue;
+        }
+        const char32_t c = Utf8::next(bytes, at);
+        if (c == '\n') {
+            out << "\\n";
+        } else if (c == '\r') {
+            out << "\\r";
+        } else if (c == '\t') {
+            out << "\\t";
+        } else if (c == '"' || c == '\\') {
+            out << '\\' << static_cast<char>(c);
+        } else if (c >= 0x20 && c < 0x7F) {
+            out << static_cast<char>(c);
+        } else {
+            hex("\\u{", static_cast<unsigned>(c), "}");
+        }
+    }
+    out << '"';
+}
+
+inline void printFields(std::ostream&, const char*) {}
+
+template <class Value, class... Rest>
+void printFields(std::ostream& out, const char* before, const char* name, const Value& value,
+                 const Rest&... rest) {
+    out << before << '.' << name << " = " << ::testing::PrintToString(value);
+    printFields(out, ", ", rest...);
+}
+
+/// `Name{.field = value, ...}` out of a name and pairs of a field's name and value.
+template <class... NamesAndValues>
+std::ostream& printRecord(std::ostream& out, const char* type, const NamesAndValues&... fields) {
+    out << type << '{';
+    printFields(out, "", fields...);
+    return out << '}';
+}
+
+}  // namespace Tests
+
+inline std::ostream& operator<<(std::ostream& out, const Text& text) {
+    Tests::printEscaped(out, text.utf8());
+    return out;
+}
+
+inline std::ostream& operator<<(std::ostream& out, Character character) {
+    Tests::printEscaped(out, character.utf8());
+    return out;
+}
+
+template <class Unit>
+std::ostream& operator<<(std::ostream& out, const IndexRange<Unit>& range) {
+    return out << '[' << range.lower() << ", " << range.upper() << ')';
+}
+
+template <class T>
+std::ostream& operator<<(std::ostream& out, const Required<T>& field) {
+    return out << static_cast<const T&>(field);
+}
+
+}  // namespace PrompterCore
