@@ -50,8 +50,8 @@ public:
     /// that only withdraws words never does. O(aligner window).
     std::optional<Alignment> hear(const WordsUpdate& update);
 
-    /// Takes the meter value of the sound at `time`. Before the first, voice activity is judged from
-    /// the words alone.
+    /// Takes the meter value of the sound at `time`. Before the first, voice activity is judged
+    /// from the words alone.
     void level(double meter, double time);
 
     /// Advances to `time`. Never allocates.
@@ -62,7 +62,8 @@ public:
     /// Moves by hand to token `index` (clamped to the script). Words spoken before `time` no longer
     /// count: following goes on from there.
     void seekTo(std::int64_t index, double time);
-    /// Moves by `step` lines, negative for up. False, and nothing moved, when there is no such line.
+    /// Moves by `step` lines, negative for up. False, and nothing moved, when there is no such
+    /// line.
     bool moveLines(std::int64_t step, double time);
     /// The same for paragraphs.
     bool moveParagraphs(std::int64_t step, double time);

@@ -1,8 +1,5 @@
 #include "host/SoundFile.h"
 
-#include <samplerate.h>
-#include <sndfile.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -10,6 +7,9 @@
 #include <cstdio>
 #include <cstring>
 #include <utility>
+
+#include <samplerate.h>
+#include <sndfile.h>
 
 #include "host/Failures.h"
 #include "host/Recogniser.h"
@@ -33,8 +33,9 @@ SF_VIRTUAL_IO memoryFile() {
     io.tell = [](void* user) { return static_cast<Memory*>(user)->at; };
     io.seek = [](sf_count_t offset, int whence, void* user) {
         Memory& memory = *static_cast<Memory*>(user);
-        const sf_count_t base =
-            whence == SEEK_SET ? 0 : whence == SEEK_CUR ? memory.at : memory.size();
+        const sf_count_t base = whence == SEEK_SET   ? 0
+                                : whence == SEEK_CUR ? memory.at
+                                                     : memory.size();
         memory.at = std::clamp<sf_count_t>(base + offset, 0, memory.size());
         return memory.at;
     };
@@ -81,7 +82,8 @@ public:
         ratio_ = static_cast<double>(sampleRate) / info_.samplerate;
         int error = 0;
         if (info_.channels > 0 && src_is_valid_ratio(ratio_) != 0)
-            converter_ = src_callback_new(&Reader::supply, SRC_SINC_MEDIUM_QUALITY, 1, &error, this);
+            converter_ =
+                src_callback_new(&Reader::supply, SRC_SINC_MEDIUM_QUALITY, 1, &error, this);
         if (converter_ == nullptr) {
             sf_close(file_);
             throw BadData(shownName(name) + ": a sound of " + std::to_string(info_.samplerate) +
@@ -102,10 +104,10 @@ public:
         std::vector<float> samples(count);
         std::size_t have = 0;
         while (have < count) {
-            const long got = ratio_ == 1 ? mono(samples.data() + have, count - have)
-                                         : src_callback_read(converter_, ratio_,
-                                                             static_cast<long>(count - have),
-                                                             samples.data() + have);
+            const long got =
+                ratio_ == 1 ? mono(samples.data() + have, count - have)
+                            : src_callback_read(converter_, ratio_, static_cast<long>(count - have),
+                                                samples.data() + have);
             if (got <= 0) break;
             have += static_cast<std::size_t>(got);
         }

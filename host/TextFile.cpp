@@ -1,7 +1,5 @@
 #include "host/TextFile.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -11,6 +9,8 @@
 #include <optional>
 #include <string_view>
 #include <utility>
+
+#include <sys/stat.h>
 
 #include "PrompterCore/text/Utf8.h"
 #include "host/Failures.h"
@@ -62,7 +62,8 @@ PrompterCore::Text readText(const std::string& name) {
     if (std::string_view(bytes).starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
     std::size_t bad = 0;
     if (PrompterCore::Utf8::illFormedPart(bytes, bad) != 0) {
-        const auto line = 1 + std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(bad), '\n');
+        const auto line =
+            1 + std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(bad), '\n');
         throw BadData(shownName(name) + ":" + std::to_string(line) +
                       ": the text is not UTF-8; save it as UTF-8 and try again");
     }

@@ -1,10 +1,11 @@
 #include "host/WordsFile.h"
 
 #include <cmath>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <stdexcept>
 #include <utility>
+
+#include <nlohmann/json.hpp>
 
 namespace Varnelle {
 
@@ -86,7 +87,8 @@ std::string lineFromWords(const WordsUpdate& update) {
         if (word.confidence) entry["confidence"] = *word.confidence;
         words.push_back(std::move(entry));
     }
-    return Json{{"time", update.time}, {"keep", update.keep}, {"words", words}, {"final", update.final}}
+    return Json{
+        {"time", update.time}, {"keep", update.keep}, {"words", words}, {"final", update.final}}
         .dump();
 }
 

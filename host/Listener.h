@@ -1,0 +1,109 @@
+#pragma once
+
+// What a reading is followed from: sound through a recogniser, or words that were recorded or come
+// from elsewhere. Either way it is asked for what happened up to a time, so that the same sound is
+// followed alike at any speed.
+//
+// Units: seconds on the sound's clock.
+//
+//   SoundListener listener(SoundFile("talk.flac"), std::move(recogniser));
+//   for (const Heard& heard : listener.until(0.5)) ...
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "host/HeardWords.h"
+#include "host/Recogniser.h"
+#include "host/SoundFile.h"
+
+namespace Varnelle {
+
+/// The loudness of the sound around `time`.
+struct SoundLevel {
+    double time = 0;   ///< seconds
+    double meter = 0;  ///< 0 to 1, as AudioLevel::meter gives it
+
+    friend bool operator==(const SoundLevel&, const SoundLevel&) = default;
+};
+
+using Heard = std::variant<SoundLevel, WordsUpdate>;
+
+class Listener {
+public:
+    Listener() = default;
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+    virtual ~Listener() = default;
+
+    /// What happened since the last call and up to `time`, in order. Never waits: where it cannot
+    /// know everything yet, `waitingFor` says on what.
+    virtual std::vector<Heard> until(double time) = 0;
+    /// A file descriptor that will be readable when more can be known. Absent when everything up to
+    /// the last `until` is known.
+    [[nodiscard]] virtual std::optional<int> waitingFor() const { return std::nullopt; }
+    /// True when nothing more will come.
+    [[nodiscard]] virtual bool hasEnded() const = 0;
+    /// Once it has ended: when.
+    [[nodiscard]] virtual double endTime() const = 0;
+    /// Once it has ended: what was wrong with what was listened to, in a sentence. Absent when
+    /// nothing was.
+    [[nodiscard]] virtual std::optional<std::string> trouble() const = 0;
+};
+
+/// Sound, through a recogniser.
+class SoundListener : public Listener {
+public:
+    static constexpr std::size_t blockSize = 320;  ///< samples: 20 ms, for one level
+
+    SoundListener(SoundFile sound, std::unique_ptr<Recogniser> recogniser, std::string name);
+
+    std::vector<Heard> until(double time) override;
+    [[nodiscard]] bool hasEnded() const override { return ended_; }
+    [[nodiscard]] double endTime() const override;
+    [[nodiscard]] std::optional<std::string> trouble() const override;
+
+private:
+    SoundFile sound_;
+    std::unique_ptr<Recogniser> recogniser_;
+    std::string name_;
+    std::int64_t samplesHeard_ = 0;
+    bool ended_ = false;
+};
+
+/// Words as JSON Lines, from a file or from standard input ("-"). A line may come late: it counts
+/// when it comes.
+class WordsListener : public Listener {
+public:
+    /// `complain` is called at once with a sentence about each broken line, which is passed over.
+    /// Throws NoInput when the file cannot be read.
+    WordsListener(const std::string& name, std::function<void(const std::string&)> complain);
+    ~WordsListener() override;
+
+    std::vector<Heard> until(double time) override;
+    [[nodiscard]] std::optional<int> waitingFor() const override;
+    [[nodiscard]] bool hasEnded() const override;
+    [[nodiscard]] double endTime() const override { return lastTime_; }
+    [[nodiscard]] std::optional<std::string> trouble() const override;
+
+private:
+    void read();
+    void takeLine(std::string_view line);
+
+    std::string name_;
+    std::function<void(const std::string&)> complain_;
+    int descriptor_;
+    bool isEnd_ = false;  // of the file
+    bool isWaiting_ = false;
+    std::string partial_;  // the beginning of a line that has not ended
+    std::int64_t lineNumber_ = 0;
+    std::int64_t brokenLines_ = 0;
+    std::deque<WordsUpdate> updates_;  // read, and still to come
+    double lastTime_ = 0;              // of the last update read
+};
+
+}  // namespace Varnelle
