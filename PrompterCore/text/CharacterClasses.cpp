@@ -9,15 +9,11 @@ namespace PrompterCore::CharacterClasses {
 
 namespace {
 
-enum Class : std::uint8_t { whiteSpace = 1, lineBreak = 2, letter = 4, digit = 8 };
+enum Class : std::uint8_t { letter = 1, digit = 2 };
 
 // Nearly every code point of nearly every script text asks for one of these 128.
 constexpr std::array<std::uint8_t, 128> asciiClasses = [] {
     std::array<std::uint8_t, 128> classes{};
-    for (std::size_t c = 0x0A; c <= 0x0D; ++c)
-        classes[c] = whiteSpace | lineBreak;
-    classes['\t'] = whiteSpace;
-    classes[' '] = whiteSpace;
     for (std::size_t c = 'a'; c <= 'z'; ++c)
         classes[c] = letter;
     for (std::size_t c = 'A'; c <= 'Z'; ++c)
@@ -34,15 +30,6 @@ bool asciiIs(char32_t codePoint, unsigned classes) noexcept {
 UChar32 icu(char32_t codePoint) noexcept { return static_cast<UChar32>(codePoint); }
 
 }  // namespace
-
-bool isWhiteSpace(char32_t codePoint) noexcept {
-    return codePoint < 0x80 ? asciiIs(codePoint, whiteSpace) : u_isUWhiteSpace(icu(codePoint)) != 0;
-}
-
-bool isLineBreak(char32_t codePoint) noexcept {
-    return codePoint < 0x80 ? asciiIs(codePoint, lineBreak)
-                            : codePoint == 0x85 || codePoint == 0x2028 || codePoint == 0x2029;
-}
 
 bool isHorizontalBlank(char32_t codePoint) noexcept {
     return codePoint == '\t' || u_charType(icu(codePoint)) == U_SPACE_SEPARATOR;

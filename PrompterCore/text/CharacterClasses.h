@@ -10,10 +10,18 @@
 
 namespace PrompterCore::CharacterClasses {
 
-/// White_Space.
-[[nodiscard]] bool isWhiteSpace(char32_t codePoint) noexcept;
+/// White_Space. Written out, since every character of every text is asked: it has 25 members.
+[[nodiscard]] constexpr bool isWhiteSpace(char32_t codePoint) noexcept {
+    if (codePoint < 0x80) return codePoint == ' ' || (codePoint >= 0x09 && codePoint <= 0x0D);
+    if (codePoint < 0x2000) return codePoint == 0x85 || codePoint == 0xA0 || codePoint == 0x1680;
+    return codePoint <= 0x200A || codePoint == 0x2028 || codePoint == 0x2029 ||
+           codePoint == 0x202F || codePoint == 0x205F || codePoint == 0x3000;
+}
 /// U+000A to U+000D, U+0085, U+2028 or U+2029.
-[[nodiscard]] bool isLineBreak(char32_t codePoint) noexcept;
+[[nodiscard]] constexpr bool isLineBreak(char32_t codePoint) noexcept {
+    return (codePoint >= 0x0A && codePoint <= 0x0D) || codePoint == 0x85 || codePoint == 0x2028 ||
+           codePoint == 0x2029;
+}
 /// General category Zs, or the tab.
 [[nodiscard]] bool isHorizontalBlank(char32_t codePoint) noexcept;
 /// Alphabetic.

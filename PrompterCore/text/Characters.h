@@ -14,7 +14,11 @@
 #include <vector>
 
 #include "PrompterCore/support/IndexRange.h"
+#include "PrompterCore/support/Integers.h"
+#include "PrompterCore/support/Require.h"
+#include "PrompterCore/text/CharacterClasses.h"
 #include "PrompterCore/text/Text.h"
+#include "PrompterCore/text/Utf8.h"
 
 namespace PrompterCore {
 
@@ -22,16 +26,31 @@ namespace PrompterCore {
 /// code point.
 class Character {
 public:
-    /// `cluster` is one extended grapheme cluster of a well-formed text, so it is not empty.
-    constexpr explicit Character(std::string_view cluster) noexcept : utf8_(cluster) {}
+    /// `cluster` is one extended grapheme cluster of a well-formed text. Stops the program unless
+    /// it has a byte.
+    constexpr explicit Character(std::string_view cluster) noexcept : utf8_(cluster) {
+        require(!cluster.empty(), "a character is not empty");
+    }
 
     [[nodiscard]] constexpr std::string_view utf8() const noexcept { return utf8_; }
-    [[nodiscard]] char32_t firstCodePoint() const noexcept;
-    [[nodiscard]] std::int64_t utf16Length() const noexcept;  ///< UTF-16 code units
-    [[nodiscard]] bool isWhiteSpace() const noexcept;         ///< White_Space
-    [[nodiscard]] bool isLineBreak() const noexcept;          ///< CR LF is one line break
-    [[nodiscard]] bool isLetter() const noexcept;             ///< Alphabetic
-    [[nodiscard]] bool isNumeric() const noexcept;            ///< Numeric_Type other than None
+    [[nodiscard]] constexpr char32_t firstCodePoint() const noexcept {
+        std::size_t at = 0;
+        return Utf8::next(utf8_, at);
+    }
+    /// UTF-16 code units.
+    [[nodiscard]] constexpr std::int64_t utf16Length() const noexcept {
+        return utf8_.size() == 1 ? 1 : Utf8::utf16Length(utf8_);
+    }
+    /// White_Space.
+    [[nodiscard]] constexpr bool isWhiteSpace() const noexcept {
+        return CharacterClasses::isWhiteSpace(firstCodePoint());
+    }
+    /// CR LF is one line break.
+    [[nodiscard]] constexpr bool isLineBreak() const noexcept {
+        return CharacterClasses::isLineBreak(firstCodePoint());
+    }
+    [[nodiscard]] bool isLetter() const noexcept;   ///< Alphabetic
+    [[nodiscard]] bool isNumeric() const noexcept;  ///< Numeric_Type other than None
     /// True for exactly this ASCII character, nothing combined with it.
     [[nodiscard]] constexpr bool is(char ascii) const noexcept {
         return utf8_.size() == 1 && utf8_.front() == ascii;
@@ -53,15 +72,24 @@ public:
     explicit Characters(Text text);
 
     [[nodiscard]] const Text& text() const noexcept { return text_; }
-    [[nodiscard]] std::int64_t count() const noexcept { return count_; }
-    [[nodiscard]] bool isEmpty() const noexcept { return count_ == 0; }
+    [[nodiscard]] std::int64_t count() const noexcept {
+        return signedCount(starts_.empty() ? text_.utf8().size() : starts_.size() - 1);
+    }
+    [[nodiscard]] bool isEmpty() const noexcept { return text_.isEmpty(); }
     /// Stops the program unless 0 <= `index` < count().
-    [[nodiscard]] Character operator[](std::int64_t index) const noexcept;
+    [[nodiscard]] Character operator[](std::int64_t index) const noexcept {
+        require(0 <= index && index < count(), "a character index lies within the text");
+        const std::size_t start = startOf(index);
+        return Character(std::string_view(text_.utf8()).substr(start, startOf(index + 1) - start));
+    }
     /// The UTF-8 of a stretch. Stops the program unless it lies within 0 ... count().
     [[nodiscard]] std::string_view slice(CharacterRange range) const noexcept;
     /// The byte at which character `index` starts; the text's size for count().
     /// Stops the program unless 0 <= `index` <= count().
-    [[nodiscard]] std::size_t byteOffset(std::int64_t index) const noexcept;
+    [[nodiscard]] std::size_t byteOffset(std::int64_t index) const noexcept {
+        require(0 <= index && index <= count(), "a character index lies within the text");
+        return startOf(index);
+    }
 
     class Iterator;
     [[nodiscard]] Iterator begin() const noexcept;
@@ -71,9 +99,13 @@ public:
     friend bool operator==(const Characters& a, const Characters& b) { return a.text_ == b.text_; }
 
 private:
+    [[nodiscard]] std::size_t startOf(std::int64_t index) const noexcept {
+        const auto i = static_cast<std::size_t>(index);
+        return starts_.empty() ? i : starts_[i];
+    }
+
     Text text_;
-    std::int64_t count_ = 0;
-    std::vector<std::size_t> starts_;  // count_ + 1 entries; none when every character is one byte
+    std::vector<std::size_t> starts_;  // count() + 1 entries; none when every character is one byte
 };
 
 /// Random access over Characters, which it must not outlive.
@@ -124,6 +156,6 @@ private:
 };
 
 inline Characters::Iterator Characters::begin() const noexcept { return {this, 0}; }
-inline Characters::Iterator Characters::end() const noexcept { return {this, count_}; }
+inline Characters::Iterator Characters::end() const noexcept { return {this, count()}; }
 
 }  // namespace PrompterCore

@@ -1,10 +1,9 @@
 #include "PrompterCore/text/Folding.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
-#include <utility>
 
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
@@ -14,18 +13,15 @@
 #include <unicode/uscript.h>
 
 #include "PrompterCore/support/Require.h"
+#include "PrompterCore/text/UnicodeLibrary.h"
 #include "PrompterCore/text/Utf8.h"
 
 namespace PrompterCore {
 
 namespace {
 
-const icu::Normalizer2& normalizer(const icu::Normalizer2* (*instance)(UErrorCode&)) {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::Normalizer2* result = instance(status);
-    require(U_SUCCESS(status), "the Unicode library has its normalisation data");
-    return *result;
-}
+using UnicodeLibrary::normalizer;
+using UnicodeLibrary::piece;
 
 bool hasAnyScript(UChar32 c, std::initializer_list<UScriptCode> scripts) noexcept {
     return std::any_of(scripts.begin(), scripts.end(),
@@ -56,7 +52,8 @@ void appendOrdinaryWidth(icu::UnicodeString& result, UChar32 c) {
 bool isFoldedAway(char32_t codePoint) noexcept {
     const auto c = static_cast<UChar32>(codePoint);
     if ((U_GET_GC_MASK(c) & (U_GC_MN_MASK | U_GC_ME_MASK)) == 0) return false;
-    if (u_hasBinaryProperty(c, UCHAR_VARIATION_SELECTOR) != 0) return true;
+    // Variation selectors, the grapheme joiner: nothing to see, nothing to read.
+    if (u_hasBinaryProperty(c, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0) return true;
     UErrorCode status = U_ZERO_ERROR;
     const UScriptCode script = uscript_getScript(c, &status);
     const bool enclosing = u_charType(c) == U_ENCLOSING_MARK;
@@ -80,7 +77,7 @@ Text folded(const Text& text) {
     UErrorCode status = U_ZERO_ERROR;
     const icu::UnicodeString decomposed =
         normalizer(icu::Normalizer2::getNFDInstance)
-            .normalize(icu::UnicodeString::fromUTF8(text.utf8()), status);
+            .normalize(icu::UnicodeString::fromUTF8(piece(text.utf8())), status);
     icu::UnicodeString kept;
     for (std::int32_t i = 0; i < decomposed.length();) {
         const UChar32 c = decomposed.char32At(i);
@@ -109,7 +106,7 @@ Text lowercased(const Text& text) {
     }
     icu::StringByteSink<std::string> sink(&result);
     UErrorCode status = U_ZERO_ERROR;
-    icu::CaseMap::utf8ToLower("", 0, text.utf8(), sink, nullptr, status);
+    icu::CaseMap::utf8ToLower("", 0, piece(text.utf8()), sink, nullptr, status);
     require(U_SUCCESS(status), "a well-formed text can be lower-cased");
     return result;
 }

@@ -12,9 +12,9 @@
 namespace PrompterCore {
 
 /// True for the marks that folding drops: accents on Latin, Greek and Cyrillic letters, Hebrew and
-/// Arabic points, variation selectors and enclosing signs. Signs that make another letter (kana
-/// voicing, Indic vowel signs, nuktas and viramas, Thai vowels and tones, the Arabic hamza) are
-/// none.
+/// Arabic points, invisible marks (variation selectors, the grapheme joiner) and enclosing signs.
+/// Signs that make another letter (kana voicing, Indic vowel signs, nuktas and viramas, Thai vowels
+/// and tones, the Arabic hamza) are none.
 [[nodiscard]] bool isFoldedAway(char32_t codePoint) noexcept;
 
 /// Canonical decomposition; the marks of isFoldedAway dropped; full-width and half-width forms

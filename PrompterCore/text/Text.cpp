@@ -1,24 +1,23 @@
 #include "PrompterCore/text/Text.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <limits>
+#include <utility>
 
 #include <unicode/bytestream.h>
 #include <unicode/normalizer2.h>
 
 #include "PrompterCore/support/Require.h"
+#include "PrompterCore/text/UnicodeLibrary.h"
 #include "PrompterCore/text/Utf8.h"
 
 namespace PrompterCore {
 
 namespace {
 
+using UnicodeLibrary::piece;
+
 const icu::Normalizer2& nfc() {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::Normalizer2* normalizer = icu::Normalizer2::getNFCInstance(status);
-    require(U_SUCCESS(status), "the Unicode library has its normalisation data");
-    return *normalizer;
+    return UnicodeLibrary::normalizer(icu::Normalizer2::getNFCInstance);
 }
 
 std::string mended(std::string bytes) {
@@ -43,13 +42,6 @@ bool staysBelowCombining(std::string_view bytes) {
                         [](char byte) { return static_cast<unsigned char>(byte) >= 0xCC; });
 }
 
-// The normaliser counts in 32 bits.
-icu::StringPiece piece(std::string_view bytes) {
-    require(bytes.size() <= static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()),
-            "a text that is compared has less than 2 GB");
-    return {bytes.data(), static_cast<std::int32_t>(bytes.size())};
-}
-
 bool isComposed(std::string_view bytes) {
     if (staysBelowCombining(bytes)) return true;
     UErrorCode status = U_ZERO_ERROR;
@@ -71,6 +63,11 @@ std::string composedForm(std::string_view bytes) {
 Text::Text(std::string bytes) : utf8_(mended(std::move(bytes))) {}
 
 Text::Text(std::string_view bytes) : utf8_(mended(std::string(bytes))) {}
+
+std::string_view Text::untilZero(const char* characters) noexcept {
+    require(characters != nullptr, "a text is made of characters, not of null");
+    return characters;
+}
 
 std::optional<Text> Text::fromUtf8(std::string bytes) {
     std::size_t at = 0;
@@ -102,5 +99,7 @@ std::weak_ordering canonicalOrder(std::string_view a, std::string_view b) {
 }  // namespace PrompterCore
 
 std::size_t std::hash<PrompterCore::Text>::operator()(const PrompterCore::Text& text) const {
-    return std::hash<std::string>()(text.composed().utf8());
+    const std::hash<std::string_view> hashOf;
+    return PrompterCore::isComposed(text.utf8()) ? hashOf(text.utf8())
+                                                 : hashOf(PrompterCore::composedForm(text.utf8()));
 }

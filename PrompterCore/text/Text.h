@@ -17,14 +17,22 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 namespace PrompterCore {
 
 /// True when both are canonically equivalent. `a` and `b` are well-formed. Equal bytes, and bytes
-/// that no normalisation can change, are told apart without normalising.
+/// that no normalisation can change, are told apart without normalising; only others have to stay
+/// below 2 GB.
 [[nodiscard]] bool canonicallyEqual(std::string_view a, std::string_view b);
 /// By the code points of the composed forms; weak, since equal texts may differ in bytes.
 [[nodiscard]] std::weak_ordering canonicalOrder(std::string_view a, std::string_view b);
+
+/// A string literal, or a pointer to characters that end with a zero. Narrower than what converts
+/// to one, so that neither 0 nor null makes a text.
+template <class T>
+concept CharacterPointer =
+    std::is_pointer_v<std::decay_t<T>> && std::convertible_to<T, std::string_view>;
 
 /// A value: cheap to move, ordered, hashable. Two texts that are equal may differ in bytes.
 class Text {
@@ -35,15 +43,20 @@ public:
     /// part. May hold U+0000. O(n) in bytes.
     Text(std::string bytes);       // NOLINT: texts are written as literals and strings
     Text(std::string_view bytes);  // NOLINT
-    /// A literal, up to its terminating zero.
-    template <class Literal>
-    requires std::same_as < std::decay_t<Literal>,
-    const char* > || std::same_as<std::decay_t<Literal>, char*> Text(Literal&& literal)
-        : Text(std::string_view(literal)) {}  // NOLINT
+    /// A literal, up to its terminating zero. Stops the program when it is a null pointer.
+    template <CharacterPointer Literal>
+    Text(Literal&& literal) : Text(untilZero(literal)) {}  // NOLINT
     Text(std::nullptr_t) = delete;
 
     /// The text of `bytes`. Absent when they are ill-formed.
     [[nodiscard]] static std::optional<Text> fromUtf8(std::string bytes);
+    /// The text of `bytes`, which are not looked at: only for what is known to be well-formed, such
+    /// as a part of a Text cut between its characters.
+    [[nodiscard]] static Text ofWellFormed(std::string bytes) noexcept {
+        Text text;
+        text.utf8_ = std::move(bytes);
+        return text;
+    }
 
     /// The bytes as given.
     [[nodiscard]] const std::string& utf8() const noexcept { return utf8_; }
@@ -59,6 +72,8 @@ public:
     }
 
 private:
+    static std::string_view untilZero(const char* characters) noexcept;
+
     std::string utf8_;  // always well-formed
 };
 
