@@ -16,11 +16,14 @@
 
 #include <gtest/gtest.h>
 
+#include "PrompterCore/prompter/PromptChapters.h"
+#include "PrompterCore/prompter/PromptLine.h"
 #include "PrompterCore/support/IndexRange.h"
 #include "PrompterCore/support/Required.h"
 #include "PrompterCore/text/Characters.h"
 #include "PrompterCore/text/Text.h"
 #include "PrompterCore/text/Utf8.h"
+#include "PrompterCore/voice/Alignment.h"
 
 namespace PrompterCore {
 
@@ -96,6 +99,23 @@ std::ostream& operator<<(std::ostream& out, const IndexRange<Unit>& range) {
 template <class T>
 std::ostream& operator<<(std::ostream& out, const Required<T>& field) {
     return out << static_cast<const T&>(field);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const PromptLine& line) {
+    return Tests::printRecord(out, "PromptLine", "text", line.text, "tokenRange", line.tokenRange,
+                              "wordRange", line.wordRange, "indent", line.indent, "heading",
+                              line.heading);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const PromptChapter& chapter) {
+    return Tests::printRecord(out, "PromptChapter", "index", chapter.index, "title", chapter.title,
+                              "firstToken", chapter.firstToken, "lineCount", chapter.lineCount,
+                              "startsAt", chapter.startsAt);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const Alignment& alignment) {
+    return Tests::printRecord(out, "Alignment", "tokenIndex", alignment.tokenIndex, "confidence",
+                              alignment.confidence);
 }
 
 }  // namespace PrompterCore

@@ -1,0 +1,70 @@
+#pragma once
+
+// Lines for tests: a script laid out in a terminal's columns, and lines made by hand.
+
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "PrompterCore/prompter/LineBreaker.h"
+#include "PrompterCore/text/Utf8.h"
+#include "tests/support/Printing.h"
+
+namespace PrompterCore::Tests {
+
+/// One column for each code point.
+inline double columnsOf(std::string_view text) {
+    double columns = 0;
+    for (std::size_t at = 0; at < text.size(); ++columns)
+        static_cast<void>(Utf8::next(text, at));
+    return columns;
+}
+
+inline std::vector<PromptLine> linesOf(const Script& script, double width) {
+    return LineBreaker{.width = width, .measure = columnsOf}.linesFor(script);
+}
+
+inline std::vector<PromptLine> linesOf(Text text, double width) {
+    return linesOf(Script(std::move(text)), width);
+}
+
+/// A line with words. Where only tokens matter, the words are numbered like them.
+inline PromptLine textLine(Text text, TokenRange tokens, WordRange words, std::int64_t indent = 0) {
+    return {.text = std::move(text),
+            .tokenRange = tokens,
+            .wordRange = words,
+            .indent = indent,
+            .heading = std::nullopt};
+}
+
+inline PromptLine textLine(std::int64_t lower, std::int64_t upper) {
+    return textLine("text", TokenRange(lower, upper), WordRange(lower, upper));
+}
+
+/// A line whose words are not spoken.
+inline PromptLine dashLine(std::int64_t token) {
+    return textLine("\u2014", TokenRange::emptyAt(token), WordRange(token, token + 1));
+}
+
+inline PromptLine blankLine(std::int64_t token, std::int64_t word) {
+    return {.text = {},
+            .tokenRange = TokenRange::emptyAt(token),
+            .wordRange = WordRange::emptyAt(word),
+            .indent = 0,
+            .heading = std::nullopt};
+}
+
+inline PromptLine blankLine(std::int64_t token) { return blankLine(token, token); }
+
+inline PromptLine headingLine(Text title, std::int64_t token, std::int64_t word) {
+    PromptLine line = blankLine(token, word);
+    line.heading = std::move(title);
+    return line;
+}
+
+inline PromptLine headingLine(Text title, std::int64_t token) {
+    return headingLine(std::move(title), token, token);
+}
+
+}  // namespace PrompterCore::Tests
