@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -90,6 +91,9 @@ public:
         require(0 <= index && index <= count(), "a character index lies within the text");
         return startOf(index);
     }
+    /// The bytes at which all characters start, and the text's size; none when every character is
+    /// one byte. For loops over whole texts.
+    [[nodiscard]] std::span<const std::size_t> startTable() const noexcept { return starts_; }
 
     class Iterator;
     [[nodiscard]] Iterator begin() const noexcept;
