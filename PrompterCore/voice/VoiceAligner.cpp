@@ -18,12 +18,12 @@ namespace {
 // The last `limit` spoken forms of `words`, newest first. Older words are not looked at.
 std::vector<Text> newestForms(std::span<const Text> words, std::int64_t limit) {
     std::vector<Text> newest;
+    const auto isFull = [&] { return signedCount(newest.size()) == limit; };
     std::vector<Text> forms;  // of one word; kept for its memory
-    for (auto word = words.rbegin(); word != words.rend(); ++word) {
+    for (auto word = words.rbegin(); word != words.rend() && !isFull(); ++word) {
         forms.clear();
         appendSpokenForms(word->utf8(), forms);
-        for (auto form = forms.rbegin(); form != forms.rend(); ++form) {
-            if (signedCount(newest.size()) == limit) return newest;
+        for (auto form = forms.rbegin(); form != forms.rend() && !isFull(); ++form) {
             newest.push_back(std::move(*form));
         }
     }

@@ -6,7 +6,7 @@
 //
 //   VoiceAligner aligner(Script("Good evening and welcome"), config);
 //   const std::vector<Text> heard = {"good", "evening"};
-//   aligner.observe(heard);     // token 1, confidence 1: "evening" was the last word
+//   aligner.observe(heard);     // an Alignment with tokenIndex 1: "evening" was the last word
 //   aligner.cursor();           // 1
 //   aligner.seekTo(-5);         // cursor() is -1 again
 

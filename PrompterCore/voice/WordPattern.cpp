@@ -1,6 +1,7 @@
 #include "PrompterCore/voice/WordPattern.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <numeric>
 #include <utility>
 
@@ -74,13 +75,15 @@ std::int64_t WordPattern::editDistanceTo(std::span<const Letter> word) const {
 double WordPattern::similarityTo(std::span<const Letter> word, double fuzzyFloor) const {
     if (std::ranges::equal(letters_, word)) return 1.0;
     if (letters_.empty() || word.empty()) return 0.0;
-    const auto [shorter, longer] = std::minmax(letters_.size(), word.size());
-    const auto likeness = [longest = static_cast<double>(longer)](std::int64_t distance) {
-        return 1.0 - static_cast<double>(distance) / longest;
-    };
+    const std::int64_t length = signedCount(letters_.size());
+    const std::int64_t other = signedCount(word.size());
+    const auto likeness =
+        [longer = static_cast<double>(std::max(length, other))](std::int64_t distance) {
+            return 1.0 - static_cast<double>(distance) / longer;
+        };
     // The lengths alone ask for this many insertions. Rounding keeps order, so where even these
     // fail the floor, the whole distance does too.
-    if (!(likeness(signedCount(longer - shorter)) >= fuzzyFloor)) return 0.0;
+    if (!(likeness(std::abs(length - other)) >= fuzzyFloor)) return 0.0;
     const double similarity = likeness(editDistanceTo(word));
     return similarity >= fuzzyFloor ? similarity : 0.0;
 }
