@@ -1,6 +1,7 @@
 #include "PrompterCore/text/Segmentation.h"
 
 #include <unicode/uchar.h>
+#include <unicode/uscript.h>
 
 #include "PrompterCore/text/Utf8.h"
 
@@ -63,6 +64,47 @@ BreakClass breakClass(char32_t codePoint) noexcept {
     return lookedUp(codePoint);
 }
 
+// Of the scripts in which a virama joins two consonants to one sign (GB9c).
+bool isOfConjuncts(char32_t codePoint, UIndicSyllabicCategory category) noexcept {
+    if (codePoint < 0x0900 || codePoint >= 0x0D80) return false;
+    const auto c = static_cast<UChar32>(codePoint);
+    if (u_getIntPropertyValue(c, UCHAR_INDIC_SYLLABIC_CATEGORY) != category) return false;
+    UErrorCode status = U_ZERO_ERROR;
+    switch (uscript_getScript(c, &status)) {
+        case USCRIPT_BENGALI:
+        case USCRIPT_DEVANAGARI:
+        case USCRIPT_GUJARATI:
+        case USCRIPT_MALAYALAM:
+        case USCRIPT_ORIYA:
+        case USCRIPT_TELUGU: return true;
+        default: return false;
+    }
+}
+
+// How far a conjunct has come: a consonant, then marks with a virama among them, then the next.
+class Conjunct {
+public:
+    bool takesConsonant(char32_t codePoint) const noexcept {
+        return linked_ && isOfConjuncts(codePoint, U_INSC_CONSONANT);
+    }
+
+    void add(char32_t codePoint, BreakClass c) noexcept {
+        if (c == BreakClass::other) {
+            begun_ = isOfConjuncts(codePoint, U_INSC_CONSONANT);
+            linked_ = false;
+        } else if (begun_) {
+            begun_ =
+                c == BreakClass::zwj || (c == BreakClass::extend &&
+                                         u_getCombiningClass(static_cast<UChar32>(codePoint)) != 0);
+            linked_ = begun_ && (linked_ || isOfConjuncts(codePoint, U_INSC_VIRAMA));
+        }
+    }
+
+private:
+    bool begun_ = false;
+    bool linked_ = false;
+};
+
 bool isControl(BreakClass c) noexcept {
     return c == BreakClass::control || c == BreakClass::cr || c == BreakClass::lf;
 }
@@ -89,13 +131,17 @@ std::size_t clusterEnd(std::string_view bytes, std::size_t start) noexcept {
         return start + 1 + (bytes[start] == '\r' && bytes[start + 1] == '\n' ? 1 : 0);
 
     std::size_t end = start;
-    BreakClass before = breakClass(Utf8::next(bytes, end));
+    const char32_t first = Utf8::next(bytes, end);
+    BreakClass before = breakClass(first);
+    Conjunct conjunct;
+    conjunct.add(first, before);
     bool oddIndicators = before == BreakClass::regionalIndicator;  // half a flag is open (GB12)
     bool pictograph = before == BreakClass::pictograph;  // pictograph Extend* so far (GB11)
     bool pictographJoined = false;                       // ... and then a joiner
     while (end < bytes.size()) {
         std::size_t behind = end;
-        const BreakClass after = breakClass(Utf8::next(bytes, behind));
+        const char32_t codePoint = Utf8::next(bytes, behind);
+        const BreakClass after = breakClass(codePoint);
         bool joined = false;
         if (before == BreakClass::cr && after == BreakClass::lf) {
             joined = true;  // GB3
@@ -104,6 +150,8 @@ std::size_t clusterEnd(std::string_view bytes, std::size_t start) noexcept {
         } else if (after == BreakClass::extend || after == BreakClass::zwj ||
                    after == BreakClass::spacingMark || before == BreakClass::prepend) {
             joined = true;  // GB9, GB9a, GB9b
+        } else if (conjunct.takesConsonant(codePoint)) {
+            joined = true;  // GB9c
         } else if (after == BreakClass::pictograph) {
             joined = pictographJoined;  // GB11
         } else if (after == BreakClass::regionalIndicator) {
@@ -112,6 +160,7 @@ std::size_t clusterEnd(std::string_view bytes, std::size_t start) noexcept {
             joined = joinsHangul(before, after);  // GB6 to GB8
         }
         if (!joined) break;
+        conjunct.add(codePoint, after);
         pictographJoined = pictograph && after == BreakClass::zwj;
         pictograph = after == BreakClass::pictograph || (pictograph && after == BreakClass::extend);
         oddIndicators = after == BreakClass::regionalIndicator && !oddIndicators;

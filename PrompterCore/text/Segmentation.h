@@ -4,6 +4,9 @@
 //
 //   Segmentation::clusterEnd("e\u0301a", 0);   // 3: e and its accent are one character
 //   Segmentation::clusterEnd("\r\n", 0);       // 2: so is a carriage return with its line feed
+//
+// Consonants that a virama joins are one character too (rule GB9c, which came to the annex after
+// the Unicode version that is oldest here; the Unicode library has had it longer).
 
 #include <cstddef>
 #include <string_view>
