@@ -16,6 +16,11 @@ if(PROMPTERCORE_SANITIZE)
     -fsanitize=${PROMPTERCORE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(promptercore_ours INTERFACE -fsanitize=${PROMPTERCORE_SANITIZE})
 endif()
+if(PROMPTERCORE_BUILD_FUZZERS)
+  # What a fuzzer is to explore reports where it has been.
+  target_compile_options(promptercore_ours INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(promptercore_ours INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # promptercore_use_ours(target): compiles `target` our way without exporting any of it.
 function(promptercore_use_ours target)
