@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/prompter/Columns.h"
+#include "tests/prompter/Lines.h"
 #include "tests/reference/PlainLineBreaker.h"
 #include "tests/reference/PlainPrompter.h"
 #include "tests/support/Generators.h"
@@ -28,7 +28,7 @@ Layout layoutBy(LinesFor linesFor) {
     Layout layout;
     layout.lines = linesFor([&layout](std::string_view text) {
         layout.measured.emplace_back(text);
-        return Tests::columnsOf(text);
+        return Tests::codePointsOf(text);
     });
     return layout;
 }
@@ -136,7 +136,7 @@ TEST(LineBreaker, LineFitsUnlessItIsOneWord) {
             const double width = *columnWidth();
             for (const PromptLine& line : linesOf(script, width)) {
                 const double shown =
-                    static_cast<double>(line.indent) + Tests::columnsOf(line.text.utf8());
+                    static_cast<double>(line.indent) + Tests::codePointsOf(line.text.utf8());
                 RC_ASSERT(line.wordRange.count() <= 1 || shown <= width);
             }
         },

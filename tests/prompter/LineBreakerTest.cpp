@@ -6,14 +6,14 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/prompter/Columns.h"
+#include "tests/prompter/Lines.h"
 #include "tests/support/AllocationCounter.h"
 
 namespace PrompterCore {
 namespace {
 
 using Tests::blankLine;
-using Tests::columnsOf;
+using Tests::codePointsOf;
 using Tests::dashLine;
 using Tests::headingLine;
 using Tests::linesOf;
@@ -129,7 +129,7 @@ TEST(LineBreaker, ContinuationKeepsTheIndentation) {
     std::vector<std::string> measured;
     const LineBreaker breaker{.width = 9, .measure = [&](std::string_view text) {
                                   measured.emplace_back(text);
-                                  return columnsOf(text);
+                                  return codePointsOf(text);
                               }};
     EXPECT_EQ(breaker.linesFor(Script("    ab cd ef\ngh")),
               (Lines{textLine("ab cd", TokenRange(0, 2), WordRange(0, 2), 4),
@@ -150,7 +150,7 @@ TEST(LineBreaker, MeasuresOnlyBehindAWord) {
         calls = 0;
         const LineBreaker breaker{.width = width, .measure = [&](std::string_view candidate) {
                                       ++calls;
-                                      return columnsOf(candidate);
+                                      return codePointsOf(candidate);
                                   }};
         static_cast<void>(breaker.linesFor(Script(std::move(text))));
         return calls;

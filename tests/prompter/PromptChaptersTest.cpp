@@ -7,7 +7,7 @@
 
 #include "PrompterCore/prompter/PromptChapters.h"
 #include "PrompterCore/script/ScriptChapters.h"
-#include "tests/prompter/Columns.h"
+#include "tests/prompter/Lines.h"
 #include "tests/support/AllocationCounter.h"
 #include "tests/support/Properties.h"
 

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "PrompterCore/prompter/PromptParagraphs.h"
-#include "tests/prompter/Columns.h"
+#include "tests/prompter/Lines.h"
 #include "tests/support/AllocationCounter.h"
 #include "tests/support/Properties.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Lines for tests: a script laid out in a terminal's columns, and lines made by hand.
+// Lines for tests: a script laid out code point by code point, and lines made by hand.
 
 #include <optional>
 #include <string_view>
@@ -13,16 +13,16 @@
 
 namespace PrompterCore::Tests {
 
-/// One column for each code point.
-inline double columnsOf(std::string_view text) {
-    double columns = 0;
-    for (std::size_t at = 0; at < text.size(); ++columns)
+/// A width that is easily seen: one for each code point.
+inline double codePointsOf(std::string_view text) {
+    double count = 0;
+    for (std::size_t at = 0; at < text.size(); ++count)
         static_cast<void>(Utf8::next(text, at));
-    return columns;
+    return count;
 }
 
 inline std::vector<PromptLine> linesOf(const Script& script, double width) {
-    return LineBreaker{.width = width, .measure = columnsOf}.linesFor(script);
+    return LineBreaker{.width = width, .measure = codePointsOf}.linesFor(script);
 }
 
 inline std::vector<PromptLine> linesOf(Text text, double width) {
