@@ -38,22 +38,29 @@ std::int64_t codePointColumns(char32_t codePoint) noexcept {
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
 }
 
+// The pictures of a cluster, a skin tone being one, are seen as one; whatever else there is adds
+// up.
 std::int64_t clusterColumns(std::string_view cluster) noexcept {
     std::size_t at = 0;
     const char32_t first = Utf8::next(cluster, at);
     const bool isEmoji = has(first, UCHAR_EMOJI);
-    const bool isPictograph = has(first, UCHAR_EXTENDED_PICTOGRAPHIC);
-    std::int64_t sum = codePointColumns(first);
-    std::int64_t widest = sum;
+    const bool isPicture = has(first, UCHAR_EXTENDED_PICTOGRAPHIC);
+    std::int64_t picture = codePointColumns(first);
+    std::int64_t sum = 0;
     while (at < cluster.size()) {
         const char32_t next = Utf8::next(cluster, at);
-        if (next == emojiPresentation && isEmoji) return 2;
-        const std::int64_t columns = codePointColumns(next);
-        sum += columns;
-        widest = std::max(widest, columns);
+        const std::int64_t columns =
+            next == emojiPresentation && isEmoji ? 2 : codePointColumns(next);
+        const bool joins =
+            next == emojiPresentation || (isPicture && (has(next, UCHAR_EXTENDED_PICTOGRAPHIC) ||
+                                                        has(next, UCHAR_EMOJI_MODIFIER)));
+        if (joins) {
+            picture = std::max(picture, columns);
+        } else {
+            sum += columns;
+        }
     }
-    // What joins a pictograph is shown as one picture.
-    return isPictograph ? widest : sum;
+    return picture + sum;
 }
 
 }  // namespace
