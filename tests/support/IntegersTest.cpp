@@ -48,6 +48,12 @@ TEST(Integers, SaturatingSumIsTheClampedTrueSum) {
     });
 }
 
+TEST(Integers, DistanceReachesFromOneEndToTheOther) {
+    EXPECT_EQ(distanceBetween(-2, 3), 5U);
+    EXPECT_EQ(distanceBetween(most, most), 0U);
+    EXPECT_EQ(distanceBetween(least, most), std::numeric_limits<std::uint64_t>::max());
+}
+
 TEST(Integers, SignedCountIsTheSize) { EXPECT_EQ(signedCount(std::size_t{3}), 3); }
 
 }  // namespace
