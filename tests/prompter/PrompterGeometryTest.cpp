@@ -45,8 +45,8 @@ TEST(PrompterGeometry, LinesStandOneHeightApart) {
 
 TEST(PrompterGeometry, LineIsCountedFromTheTopOfTheWindow) {
     // In doubles that is not the same as counting from the line being read.
-    const double index = 0.1, height = 0.3, eye = 300;
-    EXPECT_EQ(lineTop(7, index, 3, height, eye), (eye - height * (index - 3)) + height * (7 - 3));
+    EXPECT_EQ(lineTop(7, 0.2, 3, 40.1, 300), 572.68);
+    EXPECT_NE(300 + 40.1 * (7 - 0.2), 572.68);
 }
 
 TEST(PrompterGeometry, EveryNumberHasAnAnswer) {
