@@ -1,7 +1,7 @@
 #include "PrompterCore/voice/WordPattern.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <bit>
 #include <numeric>
 #include <utility>
 
@@ -19,7 +19,7 @@ constexpr std::size_t bitCount = 64;
 // `patternLength` is 1 to 64.
 std::int64_t bitParallelDistance(std::size_t patternLength, std::span<const std::uint64_t> places,
                                  std::span<const Letter> word) {
-    const std::uint64_t lastRow = std::uint64_t{1} << (patternLength - 1);
+    const std::size_t lastRow = patternLength - 1;
     std::uint64_t rises = ~std::uint64_t{0};  // rows where the column grows downwards
     std::uint64_t falls = 0;                  // rows where it shrinks
     std::int64_t distance = signedCount(patternLength);
@@ -28,8 +28,8 @@ std::int64_t bitParallelDistance(std::size_t patternLength, std::span<const std:
         const std::uint64_t diagonal = (((matches & rises) + rises) ^ rises) | matches | falls;
         std::uint64_t grown = falls | ~(diagonal | rises);
         std::uint64_t shrunk = diagonal & rises;
-        if ((grown & lastRow) != 0) ++distance;
-        if ((shrunk & lastRow) != 0) --distance;
+        distance += static_cast<std::int64_t>(grown >> lastRow & 1);
+        distance -= static_cast<std::int64_t>(shrunk >> lastRow & 1);
         grown = grown << 1 | 1;
         shrunk <<= 1;
         rises = shrunk | ~(diagonal | grown);
@@ -72,18 +72,26 @@ std::int64_t WordPattern::editDistanceTo(std::span<const Letter> word) const {
                            : bitParallelDistance(letters_.size(), places_, word);
 }
 
+// No more characters than this can stay where one word is edited into the other.
+std::int64_t WordPattern::mostInCommonWith(std::span<const Letter> word) const {
+    if (places_.empty()) return signedCount(std::min(letters_.size(), word.size()));
+    std::uint64_t found = 0;
+    for (const Letter letter : word) {
+        found |= places_[letter];
+    }
+    return std::min<std::int64_t>(std::popcount(found), signedCount(word.size()));
+}
+
 double WordPattern::similarityTo(std::span<const Letter> word, double fuzzyFloor) const {
     if (std::ranges::equal(letters_, word)) return 1.0;
     if (letters_.empty() || word.empty()) return 0.0;
-    const std::int64_t length = signedCount(letters_.size());
-    const std::int64_t other = signedCount(word.size());
-    const auto likeness =
-        [longer = static_cast<double>(std::max(length, other))](std::int64_t distance) {
-            return 1.0 - static_cast<double>(distance) / longer;
-        };
-    // The lengths alone ask for this many insertions. Rounding keeps order, so where even these
-    // fail the floor, the whole distance does too.
-    if (!(likeness(std::abs(length - other)) >= fuzzyFloor)) return 0.0;
+    const std::int64_t longer = signedCount(std::max(letters_.size(), word.size()));
+    const auto likeness = [longer](std::int64_t distance) {
+        return 1.0 - static_cast<double>(distance) / static_cast<double>(longer);
+    };
+    // The distance is at least this. Rounding keeps order, so where even this fails the floor, the
+    // whole distance does too.
+    if (!(likeness(longer - mostInCommonWith(word)) >= fuzzyFloor)) return 0.0;
     const double similarity = likeness(editDistanceTo(word));
     return similarity >= fuzzyFloor ? similarity : 0.0;
 }

@@ -35,6 +35,8 @@ public:
     [[nodiscard]] double similarityTo(std::span<const Letter> word, double fuzzyFloor) const;
 
 private:
+    std::int64_t mostInCommonWith(std::span<const Letter> word) const;
+
     std::vector<Letter> letters_;
     std::vector<std::uint64_t> places_;  // for each letter the bits of its places in letters_; none
                                          // when there are more places than bits

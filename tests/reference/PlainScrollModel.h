@@ -17,10 +17,11 @@ struct PlainScrollModel {
     bool speaking = false;
 
     void anchor(std::int64_t n, double t) {
-        if (anchorTime.has_value() && t - *anchorTime >= 0.15) {
+        const double elapsed = t - anchorTime.value_or(t);
+        if (elapsed >= 0.15) {
             const double advance = static_cast<double>(n) - anchorIndex;
             if (advance > 0) {
-                double measured = advance / (t - *anchorTime);
+                double measured = advance / elapsed;
                 if (measured < config.minRate) measured = config.minRate;
                 if (measured > config.maxRate) measured = config.maxRate;
                 rate = rate + config.rateSmoothing * (measured - rate);
