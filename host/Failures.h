@@ -2,7 +2,7 @@
 
 // What a host can fail at beside its arguments. Each message is one sentence for a user.
 //
-//   throw Unavailable("The English speech model is not installed; "
+//   throw Unavailable("the English speech model is missing; "
 //                     "on Debian: apt-get install pocketsphinx-en-us");
 
 #include <stdexcept>
