@@ -18,6 +18,15 @@ bool has(char32_t codePoint, UProperty property) noexcept {
     return u_hasBinaryProperty(static_cast<UChar32>(codePoint), property) != 0;
 }
 
+bool isPicture(char32_t codePoint) noexcept {
+    return codePoint >= 0x80 &&
+           (has(codePoint, UCHAR_EXTENDED_PICTOGRAPHIC) || has(codePoint, UCHAR_EMOJI_MODIFIER));
+}
+
+bool isKeycap(char32_t codePoint) noexcept {
+    return codePoint < 0x80 && has(codePoint, UCHAR_EMOJI);  // a digit, # or *
+}
+
 std::int64_t codePointColumns(char32_t codePoint) noexcept {
     if (codePoint == '\t') return 1;
     const auto c = static_cast<UChar32>(codePoint);
@@ -38,29 +47,26 @@ std::int64_t codePointColumns(char32_t codePoint) noexcept {
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
 }
 
-// The pictures of a cluster, a skin tone being one, are seen as one; whatever else there is adds
-// up.
+// A cluster's pictures, joined or with a skin tone, are seen as one; whatever else it has adds up.
 std::int64_t clusterColumns(std::string_view cluster) noexcept {
-    std::size_t at = 0;
-    const char32_t first = Utf8::next(cluster, at);
-    const bool isEmoji = has(first, UCHAR_EMOJI);
-    const bool isPicture = has(first, UCHAR_EXTENDED_PICTOGRAPHIC);
-    std::int64_t picture = codePointColumns(first);
-    std::int64_t sum = 0;
-    while (at < cluster.size()) {
-        const char32_t next = Utf8::next(cluster, at);
-        const std::int64_t columns =
-            next == emojiPresentation && isEmoji ? 2 : codePointColumns(next);
-        const bool joins =
-            next == emojiPresentation || (isPicture && (has(next, UCHAR_EXTENDED_PICTOGRAPHIC) ||
-                                                        has(next, UCHAR_EMOJI_MODIFIER)));
-        if (joins) {
+    std::int64_t picture = 0;
+    std::int64_t others = 0;
+    char32_t before = 0;
+    for (std::size_t at = 0; at < cluster.size();) {
+        const char32_t codePoint = Utf8::next(cluster, at);
+        const std::int64_t columns = codePointColumns(codePoint);
+        if (isPicture(codePoint)) {
             picture = std::max(picture, columns);
+        } else if (codePoint == emojiPresentation && isPicture(before)) {
+            picture = has(before, UCHAR_EMOJI) ? 2 : picture;
+        } else if (codePoint == emojiPresentation && isKeycap(before)) {
+            ++others;
         } else {
-            sum += columns;
+            others += columns;
         }
+        before = codePoint;
     }
-    return picture + sum;
+    return picture + others;
 }
 
 }  // namespace
