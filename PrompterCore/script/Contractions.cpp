@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 namespace PrompterCore {
 
@@ -24,14 +25,30 @@ constexpr auto table = std::to_array<Contraction>({
 static_assert(table.size() == 31);
 static_assert(std::ranges::is_sorted(table, {}, &Contraction::key));
 
+// Where the keys with each first letter begin, and behind "z" the table's end: every word is looked
+// up, and hardly any has more than two keys to be compared with.
+constexpr std::array<std::size_t, 27> firstWithLetter = [] {
+    std::array<std::size_t, 27> first{};
+    for (std::size_t letter = 0; letter < first.size(); ++letter) {
+        while (first[letter] < table.size() &&
+               static_cast<std::size_t>(table[first[letter]].key.front() - 'a') < letter) {
+            ++first[letter];
+        }
+    }
+    return first;
+}();
+
 }  // namespace
 
 std::span<const Contraction> contractions() noexcept { return table; }
 
 std::optional<Contraction> contractionFor(std::string_view key) noexcept {
-    const auto* const found = std::ranges::lower_bound(table, key, {}, &Contraction::key);
-    if (found == table.end() || found->key != key) return std::nullopt;
-    return *found;
+    if (key.empty() || key.front() < 'a' || key.front() > 'z') return std::nullopt;
+    const auto letter = static_cast<std::size_t>(key.front() - 'a');
+    for (std::size_t i = firstWithLetter[letter]; i < firstWithLetter[letter + 1]; ++i) {
+        if (table[i].key == key) return table[i];
+    }
+    return std::nullopt;
 }
 
 }  // namespace PrompterCore

@@ -1,118 +1,218 @@
 #include "PrompterCore/script/Script.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iterator>
+#include <numeric>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "PrompterCore/script/ScriptHeadings.h"
 #include "PrompterCore/script/SpokenForms.h"
 #include "PrompterCore/support/Integers.h"
+#include "PrompterCore/text/CharacterClasses.h"
 #include "PrompterCore/text/Trims.h"
 #include "PrompterCore/text/Utf8.h"
 
 namespace PrompterCore {
 
-// Goes through the text line by line. No run of characters crosses a line break, so whether a run
-// belongs to a heading is known before its words are made.
+namespace {
+
+// How many runs of visible bytes there are: the number of words, as near as can be told without
+// looking at characters.
+std::size_t estimatedWordCount(std::string_view bytes) noexcept {
+    const auto isBlank = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]) <= ' '; };
+    std::size_t count = 1;
+    for (std::size_t i = 1; i < bytes.size(); ++i)
+        count += static_cast<std::size_t>(isBlank(i - 1) && !isBlank(i));
+    return count;
+}
+
+// What an ASCII byte is; what a lead byte's character may be.
+enum class Kind : std::uint8_t { visible, blank, unknown };
+
+constexpr std::array<Kind, 256> kinds = [] {
+    std::array<Kind, 256> table{};
+    for (std::size_t c = 0; c < table.size(); ++c) {
+        const bool isBlank = CharacterClasses::isWhiteSpace(static_cast<char32_t>(c));
+        table[c] = c >= 0x80 ? Kind::unknown : isBlank ? Kind::blank : Kind::visible;
+    }
+    return table;
+}();
+
+// The characters of a text by their first code points, unchecked, for the loops over all of them.
+class FirstCodePoints {
+public:
+    explicit FirstCodePoints(const Characters& characters)
+        : bytes_(characters.text().utf8()),
+          starts_(characters.startTable().empty() ? nullptr : characters.startTable().data()),
+          count_(characters.count()) {}
+
+    std::int64_t count() const noexcept { return count_; }
+    std::string_view slice(CharacterRange range) const noexcept {
+        return bytes_.substr(start(range.lower()), start(range.upper()) - start(range.lower()));
+    }
+    // CR LF is no tab, no sign and no space: what is asked for here has one code point.
+    bool is(std::int64_t index, char ascii) const noexcept {
+        return lead(index) == ascii && start(index + 1) - start(index) == 1;
+    }
+    bool isWhiteSpace(std::int64_t index) const noexcept {
+        const Kind kind = kinds[static_cast<unsigned char>(lead(index))];
+        return kind == Kind::unknown ? CharacterClasses::isWhiteSpace(codePoint(index))
+                                     : kind == Kind::blank;
+    }
+    // The first white space behind `index`, or the end of the text.
+    std::int64_t runEnd(std::int64_t index) const noexcept {
+        std::int64_t end = index + 1;
+        if (starts_ == nullptr) {
+            const char* const bytes = bytes_.data();
+            while (end < count_ && kinds[static_cast<unsigned char>(bytes[end])] == Kind::visible)
+                ++end;
+            return end;
+        }
+        while (end < count_ && !isWhiteSpace(end))
+            ++end;
+        return end;
+    }
+    bool isLineBreak(std::int64_t index) const noexcept {
+        return CharacterClasses::isLineBreak(codePoint(index));
+    }
+    std::int64_t utf16Length(std::int64_t index) const noexcept {
+        std::size_t behind = start(index);
+        const char32_t first = Utf8::next(bytes_, behind);
+        // Nearly every character has one code point.
+        if (behind == start(index + 1)) return first < 0x10000 ? 1 : 2;
+        return Utf8::utf16Length(slice(CharacterRange(index, index + 1)));
+    }
+
+private:
+    std::size_t start(std::int64_t index) const noexcept {
+        const auto i = static_cast<std::size_t>(index);
+        return starts_ == nullptr ? i : starts_[i];
+    }
+    char lead(std::int64_t index) const noexcept { return bytes_[start(index)]; }
+    char32_t codePoint(std::int64_t index) const noexcept {
+        std::size_t at = start(index);
+        return Utf8::next(bytes_, at);
+    }
+
+    std::string_view bytes_;
+    const std::size_t* starts_;  // null when every character is one byte
+    std::int64_t count_;
+};
+
+std::vector<std::int64_t> utf16Offsets(const Characters& characters) {
+    std::vector<std::int64_t> offsets(static_cast<std::size_t>(characters.count()) + 1);
+    if (characters.startTable().empty()) {
+        std::iota(offsets.begin(), offsets.end(), 0);
+        return offsets;
+    }
+    const FirstCodePoints all(characters);
+    for (std::int64_t i = 0; i < all.count(); ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        offsets[at + 1] = offsets[at] + all.utf16Length(i);
+    }
+    return offsets;
+}
+
+}  // namespace
+
+// Goes through the text once, line by line. No run of characters crosses a line break, so whether a
+// run belongs to a heading is known before its words are made.
 class Script::Builder {
 public:
-    explicit Builder(Text text) {
-        contents_.characters = Characters(std::move(text));
-        convertOffsets();
-        const std::int64_t count = contents_.characters.count();
-        for (std::int64_t start = 0; start <= count;) {
-            std::int64_t end = start;
-            while (end < count && !contents_.characters[end].isLineBreak()) {
-                ++end;
-            }
-            addLine(CharacterRange(start, end));
-            ++breaks_;
-            start = end + 1;
+    explicit Builder(Text text)
+        : contents_{.characters = Characters(std::move(text)),
+                    .tokens = {},
+                    .words = {},
+                    .headings = {},
+                    .utf16Offsets = {}},
+          characters_(contents_.characters) {
+        contents_.utf16Offsets = PrompterCore::utf16Offsets(contents_.characters);
+        const std::size_t words = estimatedWordCount(contents_.characters.text().utf8());
+        contents_.words.reserve(words);
+        contents_.tokens.reserve(words + words / 8);  // contractions and numbers are several
+        for (std::int64_t at = 0; at < characters_.count(); ++at, ++breaks_) {
+            at = afterHeading(at).value_or(at);
+            at = afterWords(at);
         }
     }
 
     Contents take() { return std::move(contents_); }
 
 private:
-    void convertOffsets() {
-        std::vector<std::int64_t>& offsets = contents_.utf16Offsets;
-        offsets.reserve(static_cast<std::size_t>(contents_.characters.count()) + 1);
-        std::int64_t offset = 0;
-        offsets.push_back(offset);
-        for (const Character character : contents_.characters) {
-            offset += character.utf16Length();
-            offsets.push_back(offset);
-        }
-    }
-
-    void addLine(CharacterRange line) {
-        if (const std::string_view title = headingTitle(line); !title.empty()) {
-            contents_.headings.push_back({.title = title,
-                                          .sourceRange = line,
-                                          .wordIndex = signedCount(contents_.words.size()),
-                                          .firstToken = signedCount(contents_.tokens.size()),
-                                          .breaksBefore = std::exchange(breaks_, 0)});
-            return;
-        }
-        addWords(line);
-    }
-
-    // Empty when the line is no heading.
-    std::string_view headingTitle(CharacterRange line) const {
-        const Characters& characters = contents_.characters;
-        std::int64_t at = line.lower();
-        while (at < line.upper() && (characters[at].is(' ') || characters[at].is('\t'))) {
+    // Adds the heading whose line starts at `start`, and gives the line's end. Absent when the line
+    // is no heading.
+    std::optional<std::int64_t> afterHeading(std::int64_t start) {
+        std::int64_t at = start;
+        while (at < characters_.count() && (characters_.is(at, ' ') || characters_.is(at, '\t'))) {
             ++at;
         }
         for (const char sign : ScriptHeadings::marker) {
-            if (at == line.upper() || !characters[at].is(sign)) return {};
+            if (at == characters_.count() || !characters_.is(at, sign)) return std::nullopt;
             ++at;
         }
-        return trimmedOfWhiteSpace(characters.slice(CharacterRange(at, line.upper())));
+        std::int64_t end = at;
+        while (end < characters_.count() && !characters_.isLineBreak(end)) {
+            ++end;
+        }
+        const std::string_view title =
+            trimmedOfWhiteSpace(characters_.slice(CharacterRange(at, end)));
+        if (title.empty()) return std::nullopt;
+        contents_.headings.push_back({.title = Text(WellFormed{title}),
+                                      .sourceRange = CharacterRange(start, end),
+                                      .wordIndex = signedCount(contents_.words.size()),
+                                      .firstToken = signedCount(contents_.tokens.size()),
+                                      .breaksBefore = std::exchange(breaks_, 0)});
+        return end;
     }
 
-    void addWords(CharacterRange line) {
-        const Characters& characters = contents_.characters;
+    // Adds the words from `start` to the end of the line, which is given.
+    std::int64_t afterWords(std::int64_t start) {
         std::int64_t indent = 0;  // of the line's first word; the others have none
         bool isFirst = true;
-        for (std::int64_t at = line.lower(); at < line.upper();) {
-            if (const Character blank = characters[at]; blank.isWhiteSpace()) {
-                indent += blank.is('\t') ? 4 : 1;
+        std::int64_t at = start;
+        while (at < characters_.count()) {
+            if (!characters_.isWhiteSpace(at)) {
+                const std::int64_t end = characters_.runEnd(at);
+                addWord(CharacterRange(at, end), isFirst ? indent : 0);
+                isFirst = false;
+                at = end;
+            } else if (characters_.isLineBreak(at)) {
+                break;
+            } else {
+                indent += characters_.is(at, '\t') ? 4 : 1;
                 ++at;
-                continue;
             }
-            std::int64_t end = at + 1;
-            while (end < line.upper() && !characters[end].isWhiteSpace()) {
-                ++end;
-            }
-            addWord(CharacterRange(at, end), isFirst ? indent : 0);
-            isFirst = false;
-            at = end;
         }
+        return at;
     }
 
     void addWord(CharacterRange run, std::int64_t indent) {
-        const std::string_view written = contents_.characters.slice(run);
+        const std::string_view written = characters_.slice(run);
         const std::int64_t firstToken = signedCount(contents_.tokens.size());
         forms_.clear();
         appendSpokenForms(written, forms_);
         for (Text& form : forms_) {
-            contents_.tokens.push_back({.index = signedCount(contents_.tokens.size()),
-                                        .text = std::move(form),
-                                        .sourceRange = run});
+            // Filled in its place: to move a record costs more than to make it.
+            ScriptToken& token = contents_.tokens.emplace_back();
+            token.index = signedCount(contents_.tokens.size()) - 1;
+            token.text = std::move(form);
+            token.sourceRange = run;
         }
-        contents_.words.push_back(
-            {.text = written,
-             .tokenRange = TokenRange(firstToken, signedCount(contents_.tokens.size())),
-             .breaksBefore = std::exchange(breaks_, 0),
-             .indent = indent});
+        ScriptWord& word = contents_.words.emplace_back();
+        word.text = Text(WellFormed{written});
+        word.tokenRange = TokenRange(firstToken, signedCount(contents_.tokens.size()));
+        word.breaksBefore = std::exchange(breaks_, 0);
+        word.indent = indent;
     }
 
     Contents contents_;
-    std::int64_t breaks_ = 0;  // line breaks since the last word or heading line
-    std::vector<Text> forms_;  // of the word being added; kept for its memory
+    FirstCodePoints characters_;  // of contents_, whose bytes stay where they are
+    std::int64_t breaks_ = 0;     // line breaks since the last word or heading line
+    std::vector<Text> forms_;     // of the word being added; kept for its memory
 };
 
 Script::Script(Text text)

@@ -1,6 +1,6 @@
 #include "PrompterCore/script/SpokenForms.h"
 
-#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +11,7 @@
 
 #include "PrompterCore/script/Contractions.h"
 #include "PrompterCore/script/NumberWords.h"
+#include "PrompterCore/script/SpokenCharacters.h"
 #include "PrompterCore/text/CharacterClasses.h"
 #include "PrompterCore/text/Characters.h"
 #include "PrompterCore/text/Folding.h"
@@ -24,19 +25,21 @@ void appendAll(std::vector<Text> words, std::vector<Text>& forms) {
     std::move(words.begin(), words.end(), std::back_inserter(forms));
 }
 
+constexpr bool isAsciiDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+
 // A string of ASCII digits whose value fits 64 bits.
-std::optional<std::int64_t> wholeNumber(std::string_view digits) {
-    const bool allDigits =
-        std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; });
+std::optional<std::int64_t> wholeNumber(std::string_view digits) noexcept {
+    // Neither a sign nor nothing at all is a number here.
+    if (digits.empty() || !isAsciiDigit(digits.front())) return std::nullopt;
     std::int64_t value = 0;
-    if (!allDigits ||
-        std::from_chars(digits.data(), digits.data() + digits.size(), value).ec != std::errc())
-        return std::nullopt;
+    const char* const end = digits.data() + digits.size();
+    const auto [stopped, failure] = std::from_chars(digits.data(), end, value);
+    if (failure != std::errc() || stopped != end) return std::nullopt;
     return value;
 }
 
 // The word without the code points at its ends that are no letters, marks or digits.
-std::string_view trimmedToAlphanumerics(std::string_view word) {
+std::string_view trimmedToAlphanumerics(std::string_view word) noexcept {
     std::size_t from = 0;
     while (from < word.size()) {
         std::size_t behind = from;
@@ -54,89 +57,223 @@ std::string_view trimmedToAlphanumerics(std::string_view word) {
 
 std::string withoutCommas(std::string_view word) {
     std::string result;
-    for (const Character character : Characters(word)) {
+    for (const Character character : Characters(Text(WellFormed{word}))) {
         if (!character.is(',')) result.append(character.utf8());
     }
     return result;
 }
 
+// What stands between characters that are the separator, where something does.
+std::vector<std::string_view> pieces(const Characters& characters, char separator) {
+    std::vector<std::string_view> result;
+    std::int64_t from = 0;
+    for (std::int64_t i = 0; i <= characters.count(); ++i) {
+        if (i < characters.count() && !characters[i].is(separator)) continue;
+        if (from < i) result.push_back(characters.slice(CharacterRange(from, i)));
+        from = i + 1;
+    }
+    return result;
+}
+
+bool isAllNumeric(std::string_view piece) {
+    for (const Character character : Characters(Text(WellFormed{piece}))) {
+        if (!character.isNumeric()) return false;
+    }
+    return true;
+}
+
 // "3.14": digits, a point, digits, with commas anywhere. False when `word` is none such.
 bool appendDecimalReading(std::string_view word, std::vector<Text>& forms) {
     if (word.find('.') == std::string_view::npos) return false;
-    const Characters characters{Text(withoutCommas(word))};
-    std::vector<CharacterRange> pieces;
-    std::int64_t from = 0;
-    for (std::int64_t i = 0; i <= characters.count(); ++i) {
-        if (i < characters.count() && !characters[i].is('.')) {
-            if (!characters[i].isNumeric()) return false;
-            continue;
-        }
-        if (from < i) pieces.emplace_back(from, i);
-        from = i + 1;
-    }
-    if (pieces.size() != 2) return false;
-    const std::optional<std::int64_t> whole = wholeNumber(characters.slice(pieces[0]));
+    const std::string_view trimmed = trimmedToAlphanumerics(word);
+    // The first piece begins here, and it has to be a number.
+    if (trimmed.empty() || !isAsciiDigit(trimmed.front())) return false;
+    const Characters characters(Text(WellFormed{withoutCommas(trimmed)}));
+    const std::vector<std::string_view> both = pieces(characters, '.');
+    if (both.size() != 2 || !isAllNumeric(both[1])) return false;
+    const std::optional<std::int64_t> whole = wholeNumber(both[0]);
     if (!whole) return false;
     appendAll(numberWords(*whole), forms);
     forms.emplace_back("point");
-    for (std::int64_t i = pieces[1].lower(); i < pieces[1].upper(); ++i) {
-        const auto digit = CharacterClasses::decimalDigit(characters[i].firstCodePoint());
+    for (const Character character : Characters(Text(WellFormed{both[1]}))) {
+        const auto digit = CharacterClasses::decimalDigit(character.firstCodePoint());
         if (digit) appendAll(numberWords(*digit), forms);
     }
     return true;
 }
 
-bool isAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+// What an ASCII character becomes (0 when it is dropped), and what the steps after have to think of
+// when a word holds it.
+enum Trait : std::uint8_t { digit = 1, hyphen = 2, point = 4, beyondAscii = 8 };
 
-// Letters and numerals only, lower case, accents and widths folded away; a hyphen-minus stays
-// between them.
-std::string normalised(std::string_view word) {
-    std::string result;
-    if (Utf8::isAscii(word)) {
-        result.reserve(word.size());
-        for (const char c : word) {
-            if (isAsciiLetter(c)) {
-                result.push_back(static_cast<char>(c | 0x20));
-            } else if ((c >= '0' && c <= '9') || (c == '-' && !result.empty())) {
-                result.push_back(c);
-            }
-        }
+struct AsciiCharacter {
+    char spoken = 0;
+    std::uint8_t traits = 0;
+};
+
+constexpr std::array<AsciiCharacter, 256> asciiCharacters = [] {
+    std::array<AsciiCharacter, 256> table{};
+    for (std::size_t c = 0; c < table.size(); ++c) {
+        const auto character = static_cast<char>(c);
+        if (c >= 0x80) table[c].traits = beyondAscii;
+        if (c >= 'A' && c <= 'Z') table[c].spoken = static_cast<char>(c + 0x20);
+        if (c >= 'a' && c <= 'z') table[c].spoken = character;
+        if (isAsciiDigit(character)) table[c] = {character, digit};
+    }
+    table['-'] = {'-', hyphen};
+    table['.'] = {0, point};
+    return table;
+}();
+
+// Writes the letters, digits and hyphens of `word` in lower case from `end` on, which moves behind
+// them, and gives the traits of all its characters. With one beyond ASCII among them what is
+// written is of no use.
+unsigned writeAscii(std::string_view word, char*& end) noexcept {
+    unsigned traits = 0;
+    char* behind = end;
+    for (const char c : word) {
+        const AsciiCharacter character = asciiCharacters[static_cast<unsigned char>(c)];
+        traits |= character.traits;
+        *behind = character.spoken;
+        behind += character.spoken != 0 ? 1 : 0;
+    }
+    end = behind;
+    return traits;
+}
+
+// Writes `c` at `at`, and gives the place behind it.
+char* writeUtf8(char32_t c, char* at) noexcept {
+    const auto trail = [c, &at](int shift) {
+        *at++ = static_cast<char>(0x80 | ((c >> shift) & 0x3F));
+    };
+    if (c < 0x80) {
+        *at++ = static_cast<char>(c);
+    } else if (c < 0x800) {
+        *at++ = static_cast<char>(0xC0 | (c >> 6));
+        trail(0);
     } else {
-        for (const Character character : Characters(lowercased(folded(word)))) {
-            if (character.isLetter() || character.isNumeric() ||
-                (character.is('-') && !result.empty()))
-                result.append(character.utf8());
-        }
+        *at++ = static_cast<char>(0xE0 | (c >> 12));
+        trail(6);
+        trail(0);
     }
-    result.erase(result.find_last_not_of('-') + 1);
-    return result;
+    return at;
 }
 
-void appendPieces(std::string_view hyphenated, std::vector<Text>& forms) {
-    for (std::size_t from = 0; from < hyphenated.size();) {
-        const std::size_t to = std::min(hyphenated.find('-', from), hyphenated.size());
-        if (from < to) appendSpokenForms(hyphenated.substr(from, to - from), forms);
-        from = to + 1;
+// Writes the letters, numerals and hyphens of `word` from `end` on, which moves behind them, code
+// point by code point. False when one of them depends on its neighbours.
+bool writeQuickly(std::string_view word, char*& end) noexcept {
+    using enum SpokenCharacter::Effect;
+    SpokenCharacter::Effect last = dropped;  // what a joined code point would join
+    for (std::size_t at = 0; at < word.size();) {
+        const SpokenCharacter character = spokenCharacter(Utf8::next(word, at));
+        switch (character.effect) {
+            case dependent: return false;
+            case foldedAway: continue;
+            case dropped: break;
+            case joined:
+                if (last != dropped) return false;
+                continue;
+            case sign:
+                // A second sign may have to change places with the first.
+                if (last != kept) return false;
+                [[fallthrough]];
+            case kept:
+            case hyphen: end = writeUtf8(character.letter, end);
+        }
+        last = character.effect;
     }
+    return true;
 }
+
+// The letters, numerals and hyphens of a word, folded and in lower case as a whole.
+std::string normalised(std::string_view word) {
+    std::string kept;
+    for (const Character character : Characters(lowercased(folded(Text(WellFormed{word}))))) {
+        if (character.isLetter() || character.isNumeric() || (character.is('-') && !kept.empty()))
+            kept.append(character.utf8());
+    }
+    return kept;
+}
+
+// Without the hyphens at the ends. By characters: what was dropped may have kept a hyphen apart
+// from a mark.
+std::string_view withoutOuterHyphens(std::string_view spoken) {
+    if (spoken.empty() || (spoken.front() != '-' && spoken.back() != '-')) return spoken;
+    const Characters characters(Text(WellFormed{spoken}));
+    std::int64_t from = 0;
+    std::int64_t to = characters.count();
+    while (from < to && characters[to - 1].is('-'))
+        --to;
+    while (from < to && characters[from].is('-'))
+        ++from;
+    return spoken.substr(characters.byteOffset(from),
+                         characters.byteOffset(to) - characters.byteOffset(from));
+}
+
+// False when `spoken` has no hyphen to be cut at.
+bool appendPieces(std::string_view spoken, std::vector<Text>& forms) {
+    if (spoken.find('-') == std::string_view::npos) return false;
+    const Characters characters(Text(WellFormed{spoken}));
+    const std::vector<std::string_view> between = pieces(characters, '-');
+    if (between.size() == 1 && between[0].size() == spoken.size()) return false;
+    for (const std::string_view piece : between)
+        appendSpokenForms(piece, forms);
+    return true;
+}
+
+bool appendNumber(std::string_view spoken, std::vector<Text>& forms) {
+    const std::optional<std::int64_t> number = wholeNumber(spoken);
+    if (!number) return false;
+    // Four digits are read as a year, "1500" and "0042" alike.
+    appendAll(spoken.size() == 4 ? yearWords(*number) : numberWords(*number), forms);
+    return true;
+}
+
+bool appendContraction(std::string_view spoken, std::vector<Text>& forms) {
+    const std::optional<Contraction> contraction = contractionFor(spoken);
+    if (!contraction) return false;
+    forms.emplace_back(WellFormed{contraction->first});
+    if (!contraction->second.empty()) forms.emplace_back(WellFormed{contraction->second});
+    return true;
+}
+
+// `spoken` is what is left of the word, `traits` what it may hold.
+void appendNormalised(std::string_view spoken, unsigned traits, std::vector<Text>& forms) {
+    if ((traits & hyphen) != 0) spoken = withoutOuterHyphens(spoken);
+    if (spoken.empty()) return;
+    if ((traits & digit) != 0 && appendNumber(spoken, forms)) return;
+    if (appendContraction(spoken, forms)) return;
+    if ((traits & hyphen) != 0 && appendPieces(spoken, forms)) return;
+    forms.emplace_back(WellFormed{spoken});
+}
+
+// Room for as many bytes as asked for, without an allocation for a word of ordinary length.
+class Scratch {
+public:
+    explicit Scratch(std::size_t size) : many_(size > few_.size() ? size : 0, '\0') {}
+    char* data() noexcept { return many_.empty() ? few_.data() : many_.data(); }
+
+private:
+    std::array<char, 64> few_;
+    std::string many_;
+};
 
 }  // namespace
 
 void appendSpokenForms(std::string_view word, std::vector<Text>& forms) {
-    if (appendDecimalReading(trimmedToAlphanumerics(word), forms)) return;
-    std::string spoken = normalised(word);
-    if (spoken.empty()) return;
-    if (const auto number = wholeNumber(spoken)) {
-        // Four digits are read as a year, "1500" and "0042" alike.
-        appendAll(spoken.size() == 4 ? yearWords(*number) : numberWords(*number), forms);
-    } else if (const auto contraction = contractionFor(spoken)) {
-        forms.emplace_back(contraction->first);
-        if (!contraction->second.empty()) forms.emplace_back(contraction->second);
-    } else if (spoken.find('-') != std::string::npos) {
-        appendPieces(spoken, forms);
-    } else {
-        forms.emplace_back(std::move(spoken));
-    }
+    // What is spoken never takes more bytes than the word, but for words that go the general way.
+    Scratch scratch(word.size());
+    const auto written = [&](const char* end) {
+        return std::string_view(scratch.data(), static_cast<std::size_t>(end - scratch.data()));
+    };
+    char* end = scratch.data();
+    const unsigned traits = writeAscii(word, end);
+    if ((traits & point) != 0 && appendDecimalReading(word, forms)) return;
+    if ((traits & beyondAscii) == 0) return appendNormalised(written(end), traits, forms);
+    // Full-width forms may be folded to digits and hyphens.
+    end = scratch.data();
+    if (writeQuickly(word, end)) return appendNormalised(written(end), digit | hyphen, forms);
+    appendNormalised(normalised(word), digit | hyphen, forms);
 }
 
 std::vector<Text> spokenForms(const Text& word) {

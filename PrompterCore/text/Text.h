@@ -34,6 +34,11 @@ template <class T>
 concept CharacterPointer =
     std::is_pointer_v<std::decay_t<T>> && std::convertible_to<T, std::string_view>;
 
+/// Bytes that are known to be well-formed, such as a part of a Text cut between its code points.
+struct WellFormed {
+    std::string_view bytes;
+};
+
 /// A value: cheap to move, ordered, hashable. Two texts that are equal may differ in bytes.
 class Text {
 public:
@@ -47,16 +52,11 @@ public:
     template <CharacterPointer Literal>
     Text(Literal&& literal) : Text(untilZero(literal)) {}  // NOLINT
     Text(std::nullptr_t) = delete;
+    /// The bytes, which are not looked at.
+    explicit Text(WellFormed part) : utf8_(part.bytes) {}
 
     /// The text of `bytes`. Absent when they are ill-formed.
     [[nodiscard]] static std::optional<Text> fromUtf8(std::string bytes);
-    /// The text of `bytes`, which are not looked at: only for what is known to be well-formed, such
-    /// as a part of a Text cut between its characters.
-    [[nodiscard]] static Text ofWellFormed(std::string bytes) noexcept {
-        Text text;
-        text.utf8_ = std::move(bytes);
-        return text;
-    }
 
     /// The bytes as given.
     [[nodiscard]] const std::string& utf8() const noexcept { return utf8_; }

@@ -18,6 +18,8 @@
 
 #include "PrompterCore/prompter/PromptChapters.h"
 #include "PrompterCore/prompter/PromptLine.h"
+#include "PrompterCore/script/Script.h"
+#include "PrompterCore/script/ScriptChapters.h"
 #include "PrompterCore/support/IndexRange.h"
 #include "PrompterCore/support/Required.h"
 #include "PrompterCore/text/Characters.h"
@@ -99,6 +101,33 @@ std::ostream& operator<<(std::ostream& out, const IndexRange<Unit>& range) {
 template <class T>
 std::ostream& operator<<(std::ostream& out, const Required<T>& field) {
     return out << static_cast<const T&>(field);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ScriptToken& token) {
+    return Tests::printRecord(out, "ScriptToken", "index", token.index, "text", token.text,
+                              "sourceRange", token.sourceRange);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ScriptWord& word) {
+    return Tests::printRecord(out, "ScriptWord", "text", word.text, "tokenRange", word.tokenRange,
+                              "breaksBefore", word.breaksBefore, "indent", word.indent);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ScriptHeading& heading) {
+    return Tests::printRecord(out, "ScriptHeading", "title", heading.title, "sourceRange",
+                              heading.sourceRange, "wordIndex", heading.wordIndex, "firstToken",
+                              heading.firstToken, "breaksBefore", heading.breaksBefore);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const Utf16Range& range) {
+    return Tests::printRecord(out, "Utf16Range", "location", range.location, "length",
+                              range.length);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ScriptChapter& chapter) {
+    return Tests::printRecord(out, "ScriptChapter", "index", chapter.index, "title", chapter.title,
+                              "sourceRange", chapter.sourceRange, "wordRange", chapter.wordRange,
+                              "tokenRange", chapter.tokenRange, "startsAt", chapter.startsAt);
 }
 
 inline std::ostream& operator<<(std::ostream& out, const PromptLine& line) {
