@@ -9,7 +9,7 @@
 //   alphabet.spell("color", color);
 //   WordPattern pattern(colour, alphabet.size());
 //   pattern.editDistanceTo(color);         // 1
-//   pattern.similarityTo(color, 0.0);      // 5.0 / 6.0
+//   pattern.similarityTo(color, 0.0);      // 1.0 - 1.0 / 6.0
 
 #include <cstddef>
 #include <cstdint>

@@ -3,7 +3,7 @@
 // How alike two words are, by the characters a reader sees.
 //
 //   WordSimilarity::editDistance("colour", "color");   // 1
-//   WordSimilarity::of("colour", "color", 0.5);        // 5.0 / 6.0
+//   WordSimilarity::of("colour", "color", 0.5);        // 1.0 - 1.0 / 6.0
 //   WordSimilarity::of("colour", "color", 0.9);        // 0.0: not alike enough to count
 
 #include <cstdint>
