@@ -16,4 +16,6 @@ install(FILES ${PROJECT_BINARY_DIR}/PrompterCoreConfig.cmake
         DESTINATION ${promptercore_config_dir})
 if(PROMPTERCORE_BUILD_HOST)
   install(TARGETS varnelle)
+  install(DIRECTORY examples/sample DESTINATION ${CMAKE_INSTALL_DATADIR}/varnelle
+          PATTERN make-voice EXCLUDE)
 endif()

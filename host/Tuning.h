@@ -16,17 +16,17 @@ inline const PrompterCore::AlignerConfig aligner{
     // Repeating the last sentence is what presenters do after a slip.
     .lookBehind = 30,
     // A skipped sentence or two; a skipped page is a hand's move.
-    .lookAhead = 45,
+    .lookAhead = 90,
     // Four of eight recent words right, recent ones counting more.
-    .acceptScore = 0.55,
+    .acceptScore = 0.34,
     // One letter in three may differ ("carry" for "carried"); below that words only look alike.
-    .fuzzyFloor = 0.65,
+    .fuzzyFloor = 0.7,
     // The last three words weigh as much as the five before them.
-    .recencyDecay = 0.85,
+    .recencyDecay = 0.83,
     // Back is rarer than ahead: it takes better words to go there.
-    .backwardPenalty = 0.012,
+    .backwardPenalty = 0.004,
     // Reading on word by word costs nothing; thirty words ahead takes a nearly perfect match.
-    .forwardPenalty = 0.010,
+    .forwardPenalty = 0.006,
 };
 
 inline const PrompterCore::ScrollConfig scroll{

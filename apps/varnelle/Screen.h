@@ -7,54 +7,52 @@
 //   Screen screen({.colour = true});
 //   reading.layOut(screen.linesFor(script));
 //   for (ScreenEvent event : screen.events()) ...      // keys and wheel since the last call
-//   screen.draw({.reading = reading, .frame = frame, .duration = 62.5, .paused = false});
+//   screen.draw({.reading = reading, .frame = frame, .paused = false, .ended = false});
 
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <string>
 #include <vector>
 
-#include "host/ReadThrough.h"
+#include "apps/varnelle/ScreenLayout.h"
 
 namespace Varnelle {
 
 /// What a key asks for.
 enum class ScreenCommand {
-    pause,
-    lineUp,
-    lineDown,
-    paragraphUp,
-    paragraphDown,
-    chapterUp,
-    chapterDown,
-    restart,
-    quit,
-    resized,  ///< the terminal has another size: lay the lines out anew
+    pause,          ///< space or p; the same key goes on
+    lineUp,         ///< arrow up or k
+    lineDown,       ///< arrow down or j
+    paragraphUp,    ///< page up
+    paragraphDown,  ///< page down
+    chapterUp,      ///< arrow left or [
+    chapterDown,    ///< arrow right or ]
+    restart,        ///< home or r
+    quit,           ///< q, escape or control-D
+    interrupt,      ///< control-C, which the terminal reports as a key here, not as a signal
+    resized,        ///< no key: the terminal has another size, lay the lines out anew
 };
 
 /// A key, or a turn of the wheel.
 struct ScreenEvent {
     std::optional<ScreenCommand> command;  ///< absent for the wheel
     double wheel = 0;                      ///< rows of scrolling, positive for down; 0 for a key
+
+    friend bool operator==(const ScreenEvent&, const ScreenEvent&) = default;
 };
 
-/// What is to be seen. Refers to the reading for the time of the call.
-struct ScreenView {
-    const ReadThrough& reading;
-    Frame frame;
-    bool paused = false;
-    bool ended = false;  ///< the sound or the words are over
-};
-
-/// Holds the terminal from its construction to its destruction. One at a time.
+/// Holds the terminal from its construction to its destruction. One at a time. It shows on standard
+/// output; keys come from standard input or, where that is no terminal, from the controlling one,
+/// so that words can be piped in.
 class Screen {
 public:
     struct Options {
         bool colour = true;  ///< false under NO_COLOR: bold, dim and reverse only
     };
 
-    /// Takes the terminal over. Throws Unavailable when it cannot show a screen (an unknown TERM).
+    /// Takes the terminal over, and the process's character set (LC_CTYPE) with it: the user's, or
+    /// C.UTF-8 where that is not UTF-8. Throws Unavailable when it cannot show a screen, as with an
+    /// unknown TERM.
     explicit Screen(Options options);
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
@@ -62,14 +60,15 @@ public:
 
     /// The script in lines of the terminal's present width.
     [[nodiscard]] std::vector<PromptLine> linesFor(const Script& script) const;
-    /// What was pressed and turned since the last call, in order. Never waits.
+    /// What was pressed and turned since the last call, in order. Keys that mean nothing are left
+    /// out. Never waits.
     [[nodiscard]] std::vector<ScreenEvent> events();
-    /// Draws one frame.
+    /// Draws one frame; only what changed is sent to the terminal.
     void draw(const ScreenView& view);
 
 private:
     class Terminal;
-    std::unique_ptr<Terminal> terminal_;
+    std::unique_ptr<Terminal> terminal_;  // never null
 };
 
 }  // namespace Varnelle

@@ -1,0 +1,49 @@
+#include "apps/varnelle/FollowCommand.h"
+
+#include <cstdio>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "apps/varnelle/Output.h"
+#include "host/PocketSphinxRecogniser.h"
+#include "host/SoundFile.h"
+#include "host/TextFile.h"
+
+namespace Varnelle {
+
+std::unique_ptr<Listener> soundListener(const Script& script, const std::string& name) {
+    SoundFile sound(name);
+    std::vector<Text> tokens;
+    for (const ScriptToken& token : script.tokens()) {
+        tokens.push_back(token.text);
+    }
+    return std::make_unique<SoundListener>(
+        std::move(sound), std::make_unique<PocketSphinxRecogniser>(tokens), shownName(name));
+}
+
+ExitStatus followCommand(const std::string& scriptFile, const std::optional<std::string>& audio,
+                         const std::optional<std::string>& words, const FollowOptions& options) {
+    const Script script(readText(scriptFile));
+    // A screen would be written over: what is wrong with a line is said when it is gone.
+    std::vector<std::string> complaints;
+    const auto complain = [&](const std::string& why) {
+        if (options.display == FollowDisplay::screen) {
+            complaints.push_back(why);
+        } else {
+            fmt::print(stderr, "varnelle: {}\n", why);
+        }
+    };
+    const std::unique_ptr<Listener> listener =
+        audio ? soundListener(script, *audio) : std::make_unique<WordsListener>(*words, complain);
+    const FollowResult result = follow(script, *listener, options);
+    for (const std::string& complaint : complaints) {
+        fmt::print(stderr, "varnelle: {}\n", complaint);
+    }
+    if (result.trouble) fmt::print(stderr, "varnelle: {}\n", *result.trouble);
+    if (result.wasInterrupted) return ExitStatus::interrupted;
+    return result.trouble ? ExitStatus::badData : ExitStatus::done;
+}
+
+}  // namespace Varnelle

@@ -1,0 +1,40 @@
+#pragma once
+
+// Standard output that notices when it can no longer be written.
+//
+//   Output output;
+//   output.line("158 words");   // throws OutputClosed once the reader of a pipe has gone
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace Varnelle {
+
+/// Whoever read our output has gone. That is their choice: the command ends quietly.
+class OutputClosed : public std::exception {};
+
+/// The output cannot be written, as on a full disk.
+class CannotWrite : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Buffered: what must be seen at once is flushed.
+class Output {
+public:
+    /// Throws OutputClosed or CannotWrite, as flush does.
+    void write(std::string_view bytes);
+    /// `bytes` and a line break.
+    void line(std::string_view bytes);
+    void flush();
+};
+
+/// True when standard output is a terminal.
+[[nodiscard]] bool isTerminal();
+
+/// A script's text as the output may be sent it: as it stands into a file or a pipe, without
+/// anything that could steer it on a terminal.
+[[nodiscard]] std::string shown(std::string_view wellFormed);
+
+}  // namespace Varnelle

@@ -1,0 +1,223 @@
+#include "apps/varnelle/ScreenLayout.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "PrompterCore/prompter/LineBreaker.h"
+#include "PrompterCore/prompter/PrompterGeometry.h"
+#include "PrompterCore/support/Integers.h"
+#include "PrompterCore/text/Columns.h"
+#include "PrompterCore/text/Segmentation.h"
+#include "apps/varnelle/ColumnLines.h"
+#include "apps/varnelle/StatusLine.h"
+#include "apps/varnelle/TerminalText.h"
+
+namespace Varnelle::ScreenLayout {
+
+namespace {
+
+// How the screen is divided.
+struct Areas {
+    std::int64_t textRows;    // from the top; the rest is status and keys
+    std::int64_t lineHeight;  // rows from one line to the next
+    std::int64_t left, width;
+    bool hasMargin;  // the three columns left of the text: eye line, band, blank
+    bool hasStatus, hasKeys;
+};
+
+Areas areasOf(ScreenSize size) noexcept {
+    constexpr std::int64_t leftMargin = 3, rightMargin = 1;
+    Areas areas{};
+    areas.hasStatus = size.rows >= 3;
+    areas.hasKeys = size.rows >= 8;
+    areas.textRows = size.rows - (areas.hasStatus ? 1 : 0) - (areas.hasKeys ? 1 : 0);
+    areas.lineHeight = size.rows >= 20 ? 2 : 1;
+    areas.hasMargin = size.columns >= 12;
+    const std::int64_t room =
+        areas.hasMargin ? size.columns - leftMargin - rightMargin : size.columns;
+    areas.width = std::min(room, widestText);
+    areas.left = (areas.hasMargin ? leftMargin : 0) + (room - areas.width) / 2;
+    return areas;
+}
+
+// Where each row's part of a line's text ends, as byte offsets. Only a word that is wider than the
+// column, or lines of another width, take more than one row; a blank line takes one, too.
+std::vector<std::size_t> rowEnds(std::string_view text, std::int64_t width) {
+    std::vector<std::size_t> ends;
+    std::int64_t used = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = Segmentation::clusterEnd(text, at);
+        const std::int64_t columns = columnsOf(text.substr(at, end - at));
+        if (used > 0 && used + columns > width) {
+            ends.push_back(at);
+            used = 0;
+        }
+        used += columns;
+        at = end;
+    }
+    ends.push_back(text.size());
+    return ends;
+}
+
+class Painter {
+public:
+    Painter(const ScreenView& view, ScreenSize size)
+        : view_(view), lines_(view.reading.lines()), areas_(areasOf(size)), eye_(eyeRow(size)) {}
+
+    std::vector<ScreenSpan> paint() && {
+        paintLines();
+        if (areas_.hasMargin) put(eye_, areas_.left - 3, "\u25B6", SpanStyle::marker);
+        return std::move(spans_);
+    }
+
+private:
+    // Lines are laid out from the eye line outwards, so that a frame costs what is seen of the
+    // script, not what there is of it.
+    void paintLines() {
+        if (lines_.empty()) return;
+        const std::int64_t count = signedCount(lines_.size());
+        const double index = std::clamp(view_.frame.line, 0.0, static_cast<double>(count));
+        const std::int64_t eyeLine = static_cast<std::int64_t>(index);
+        reading_ = readingLine();
+
+        std::int64_t top = eye_;
+        if (eyeLine < count) {
+            const double height = static_cast<double>(heightOf(eyeLine));
+            top = static_cast<std::int64_t>(std::ceil(PrompterGeometry::contentOffset(
+                index, eyeLine, height, static_cast<double>(eye_))));
+        }
+        std::int64_t below = top;
+        for (std::int64_t line = eyeLine; line < count && below < areas_.textRows; ++line) {
+            below += paintLine(line, below);
+        }
+        for (std::int64_t line = eyeLine - 1; line >= 0 && top > 0; --line) {
+            top -= heightOf(line);
+            paintLine(line, top);
+        }
+    }
+
+    // The line that holds the token at the eye line; from the end on the last one with tokens.
+    std::optional<std::int64_t> readingLine() const {
+        const std::int64_t last = signedCount(view_.reading.script().tokens().size()) - 1;
+        if (last < 0) return std::nullopt;
+        const double token = std::clamp(view_.frame.position, 0.0, static_cast<double>(last));
+        return LineBreaker::lineContaining(static_cast<std::int64_t>(token), lines_);
+    }
+
+    const PromptLine& line(std::int64_t index) const {
+        return lines_[static_cast<std::size_t>(index)];
+    }
+    static std::string_view textOf(const PromptLine& line) {
+        return line.heading ? line.heading->utf8() : line.text.utf8();
+    }
+    // Indentation may take half the column, no more.
+    std::int64_t indentOf(const PromptLine& line) const {
+        return std::min(line.indent, areas_.width / 2);
+    }
+    std::vector<std::size_t> rowEndsOf(const PromptLine& line) const {
+        return rowEnds(textOf(line), areas_.width - indentOf(line));
+    }
+    std::int64_t heightOf(std::int64_t index) const {
+        return signedCount(rowEndsOf(line(index)).size()) * areas_.lineHeight;
+    }
+
+    // Up to where, as a byte offset, the line's words are read: the words before the cursor's.
+    std::size_t readEnd(const PromptLine& line) const {
+        const std::int64_t cursor = view_.frame.cursor;
+        if (cursor < line.tokenRange.lower()) return 0;
+        if (cursor >= line.tokenRange.upper()) return textOf(line).size();
+        const std::vector<ScriptWord>& words = view_.reading.script().words();
+        std::size_t end = 0;
+        for (std::int64_t i = line.wordRange.lower(); i < line.wordRange.upper(); ++i) {
+            const ScriptWord& word = words[static_cast<std::size_t>(i)];
+            if (word.tokenRange.upper() > cursor) break;
+            end += word.text.utf8().size() + 1;  // and the space behind it
+        }
+        return end;
+    }
+
+    // Paints the line with its first row at `top`; returns its height.
+    std::int64_t paintLine(std::int64_t index, std::int64_t top) {
+        const PromptLine& line = this->line(index);
+        const std::vector<std::size_t> ends = rowEndsOf(line);
+        const std::int64_t height = signedCount(ends.size()) * areas_.lineHeight;
+        const bool isHeading = line.heading.has_value();
+        const SpanStyle readStyle = isHeading ? SpanStyle::readHeading : SpanStyle::read;
+        const SpanStyle style = isHeading           ? SpanStyle::heading
+                                : index == reading_ ? SpanStyle::reading
+                                                    : SpanStyle::ahead;
+        const std::size_t read = readEnd(line);
+        std::size_t start = 0;
+        std::int64_t row = top;
+        for (const std::size_t end : ends) {
+            const std::size_t cut = std::clamp(read, start, end);
+            const std::int64_t column = areas_.left + indentOf(line);
+            const std::int64_t used = putText(row, column, line, start, cut, readStyle);
+            putText(row, column + used, line, cut, end, style);
+            start = end;
+            row += areas_.lineHeight;
+        }
+        if (index == reading_ && areas_.hasMargin) {
+            for (std::int64_t i = top; i < top + height; ++i) {
+                put(i, areas_.left - 2, "\u258E", SpanStyle::band);
+            }
+        }
+        return height;
+    }
+
+    // Puts the bytes from `start` to `end` of the line's text; returns the columns they take.
+    std::int64_t putText(std::int64_t row, std::int64_t column, const PromptLine& line,
+                         std::size_t start, std::size_t end, SpanStyle style) {
+        if (row < 0 || row >= areas_.textRows) return 0;
+        std::string text = terminalText(textOf(line).substr(start, end - start));
+        std::int64_t columns = columnsOf(text);
+        if (column + columns >
+            areas_.left + areas_.width) {  // one character, wider than the column
+            text = "\uFFFD";
+            columns = 1;
+        }
+        put(row, column, std::move(text), style);
+        return columns;
+    }
+
+    void put(std::int64_t row, std::int64_t column, std::string text, SpanStyle style) {
+        if (row < 0 || row >= areas_.textRows || text.empty()) return;
+        spans_.push_back({.row = row, .column = column, .text = std::move(text), .style = style});
+    }
+
+    const ScreenView& view_;
+    const std::vector<PromptLine>& lines_;
+    const Areas areas_;
+    const std::int64_t eye_;
+    std::optional<std::int64_t> reading_;  // absent without tokens
+    std::vector<ScreenSpan> spans_;
+};
+
+}  // namespace
+
+std::int64_t textColumns(ScreenSize size) noexcept { return areasOf(size).width; }
+
+std::int64_t eyeRow(ScreenSize size) noexcept { return areasOf(size).textRows / 3; }
+
+std::vector<PromptLine> linesFor(const Script& script, ScreenSize size) {
+    const std::int64_t width = std::max<std::int64_t>(textColumns(size), 1);
+    return columnBreaker(static_cast<double>(width)).linesFor(script);
+}
+
+std::vector<ScreenSpan> spansOf(const ScreenView& view, ScreenSize size) {
+    if (size.rows < 1 || size.columns < 1) return {};
+    std::vector<ScreenSpan> spans = Painter(view, size).paint();
+    const Areas areas = areasOf(size);
+    const auto add = [&spans](std::int64_t row, std::string text, SpanStyle style) {
+        if (!text.empty()) spans.push_back({row, 0, std::move(text), style});
+    };
+    if (areas.hasStatus)
+        add(areas.textRows, StatusLine::statusOf(view, size.columns), SpanStyle::status);
+    if (areas.hasKeys) add(size.rows - 1, StatusLine::keys(size.columns), SpanStyle::keys);
+    return spans;
+}
+
+}  // namespace Varnelle::ScreenLayout
