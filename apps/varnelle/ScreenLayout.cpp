@@ -48,9 +48,12 @@ Areas areasOf(ScreenSize size) noexcept {
 std::vector<std::size_t> rowEnds(std::string_view text, std::int64_t width) {
     std::vector<std::size_t> ends;
     std::int64_t used = 0;
+    const auto isLetter = [text](std::size_t at) { return text[at] > 0x20 && text[at] < 0x7F; };
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = Segmentation::clusterEnd(text, at);
-        const std::int64_t columns = columnsOf(text.substr(at, end - at));
+        // Of a word of megabytes every frame asks this: between ASCII letters without a look-up.
+        const bool isPlain = isLetter(at) && at + 1 < text.size() && isLetter(at + 1);
+        const std::size_t end = isPlain ? at + 1 : Segmentation::clusterEnd(text, at);
+        const std::int64_t columns = isPlain ? 1 : columnsOf(text.substr(at, end - at));
         if (used > 0 && used + columns > width) {
             ends.push_back(at);
             used = 0;
