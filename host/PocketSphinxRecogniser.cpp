@@ -155,13 +155,25 @@ void PocketSphinxRecogniser::decodePending(std::vector<WordsUpdate>& updates) {
     const double silence = now - (words.empty() ? start : words.back().end);
     const bool settles =
         (now - start >= settleAfter_ && silence >= pause) || now - start >= settleAnyway_;
-    if (!settles) return publish(std::move(words), false, updates);
+    if (!settles) return publish(agreed(std::move(words)), false, updates);
 
     decoder_->endUtterance();
     publish(decoder_->words(start), true, updates);
     decoder_->startUtterance();
+    previous_.clear();
     utteranceStart_ = samplesHeard_;
     settledWords_ = static_cast<std::int64_t>(published_.words().size());
+}
+
+// The first words that the last chunk brought alike. What is guessed from half a word hardly ever
+// stands for two chunks, and a wrong guess costs a reader's place more than a late word does.
+std::vector<HeardWord> PocketSphinxRecogniser::agreed(std::vector<HeardWord> words) {
+    const auto agreed =
+        std::ranges::mismatch(words, previous_, {}, &HeardWord::word, &HeardWord::word);
+    const auto count = agreed.in1 - words.begin();
+    previous_ = words;
+    words.erase(words.begin() + count, words.end());
+    return words;
 }
 
 void PocketSphinxRecogniser::publish(std::vector<HeardWord> utterance, bool final,

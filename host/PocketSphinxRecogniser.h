@@ -6,7 +6,8 @@
 //   for (const WordsUpdate& update : recogniser.hear(samples)) ...
 //
 // It listens for the script's words first and for the commonest English words beside them. A word
-// is heard about 40 ms after its end; the last one or two are often withdrawn again.
+// is published when two chunks in a row brought it, about 100 ms after its end; the last one is
+// sometimes withdrawn again.
 
 #include <cstdint>
 #include <filesystem>
@@ -52,6 +53,7 @@ private:
     class Decoder;
 
     void decodePending(std::vector<WordsUpdate>& updates);
+    std::vector<HeardWord> agreed(std::vector<HeardWord> words);
     void publish(std::vector<HeardWord> utterance, bool final, std::vector<WordsUpdate>& updates);
 
     std::unique_ptr<Decoder> decoder_;
@@ -60,6 +62,7 @@ private:
     std::int64_t samplesHeard_ = 0;      // by the decoder
     std::int64_t utteranceStart_ = 0;    // samples
     std::int64_t settledWords_ = 0;      // those of the utterances before
+    std::vector<HeardWord> previous_;    // of the utterance, a chunk ago
     HeardWords published_;
     bool finished_ = false;
 };

@@ -48,8 +48,8 @@ void Measure::frame(const ReadThrough& reading, const Frame& frame) {
     const std::int64_t token = tokenAt(frame.time);
     if (token < 0 || frame.time > tokens_.back().end) return;
     distances_.push_back(std::abs(frame.position - static_cast<double>(token)));
-    const auto line = LineBreaker::lineContaining(token, reading.lines());
-    if (line && std::abs(frame.line - static_cast<double>(*line) - 0.5) <= 1) ++framesInPlace_;
+    const double line = LineBreaker::lineIndexFor(static_cast<double>(token), reading.lines());
+    if (std::abs(frame.line - line) <= 1) ++framesInPlace_;
 }
 
 double Measure::shareInPlace() const {

@@ -27,8 +27,8 @@ public:
     /// Three short lines for a user.
     [[nodiscard]] std::string summary() const;
 
-    /// Of the frames shown while somebody read, the share with the line being read under the eye
-    /// line, 0 to 1; 0 before the first.
+    /// Of the frames shown while somebody read, the share in which the eye line was within one line
+    /// of the word being spoken, 0 to 1; 0 before the first.
     [[nodiscard]] double shareInPlace() const;
     /// The median of the seconds from a word's end to the position that it gave; 0 when none did.
     [[nodiscard]] double medianDelay() const;
