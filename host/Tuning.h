@@ -11,21 +11,23 @@ namespace Varnelle::Tuning {
 
 inline const PrompterCore::AlignerConfig aligner{
     // Long enough that a common phrase ("and the") cannot win against the place that the words
-    // before it point to; short enough to find the new place within a second after a skip.
+    // before it point to; short enough to find the new place within two seconds after a skip.
     .tailLength = 8,
-    // Repeating the last sentence is what presenters do after a slip.
+    // Saying the last sentence again is what presenters do after a slip.
     .lookBehind = 30,
-    // A skipped sentence or two; a skipped page is a hand's move.
+    // A paragraph left out. A window that the reader has left is the one loss that no later word
+    // mends, so it is wide; a skipped page is a hand's move.
     .lookAhead = 90,
-    // Four of eight recent words right, recent ones counting more.
+    // The two newest words alone are enough, the newest one alone is not. A wrong step is mended by
+    // the next words; a place that was never accepted is not.
     .acceptScore = 0.34,
-    // One letter in three may differ ("carry" for "carried"); below that words only look alike.
+    // Three letters in ten may differ ("carry" for "carried"); below that words only look alike.
     .fuzzyFloor = 0.7,
-    // The last three words weigh as much as the five before them.
+    // The last three words weigh a little more than the five before them.
     .recencyDecay = 0.83,
-    // Back is rarer than ahead: it takes better words to go there.
+    // Fifteen tokens back cost what a misheard word at the tail's far end does.
     .backwardPenalty = 0.004,
-    // Reading on word by word costs nothing; thirty words ahead takes a nearly perfect match.
+    // Reading on word by word costs nothing; at the window's end a perfect match is still accepted.
     .forwardPenalty = 0.006,
 };
 

@@ -4,10 +4,14 @@
 // spoken, changed as presenters and recognisers change them, and how well a read-through keeps the
 // place in them. Everything follows from a seed.
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
+#include <optional>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "PrompterCore/prompter/LineBreaker.h"
@@ -38,10 +42,10 @@ inline std::vector<SpokenWord> spoken(const Script& script, std::size_t from, st
 /// Words that are not in the script: a thought of the moment.
 inline std::vector<SpokenWord> adLib(std::size_t count) {
     static const char* const words[] = {
-        "so",  "actually", "let",   "me",   "tell", "you", "what", "happened", "last",  "week",
-        "when", "I",       "was",   "at",   "the",  "door", "of",   "a",        "house", "and",
-        "it",  "is",       "in",    "the",  "way",  "but",  "to",   "be",       "fair",  "he",
-        "said", "that",    "every", "one",  "of",   "them", "comes", "by",      "the",   "sea"};
+        "so",   "actually", "let",   "me",  "tell", "you",  "what",  "happened", "last",  "week",
+        "when", "I",        "was",   "at",  "the",  "door", "of",    "a",        "house", "and",
+        "it",   "is",       "in",    "the", "way",  "but",  "to",    "be",       "fair",  "he",
+        "said", "that",     "every", "one", "of",   "them", "comes", "by",       "the",   "sea"};
     std::vector<SpokenWord> result;
     for (std::size_t i = 0; i < count; ++i) {
         result.push_back({.word = words[i % std::size(words)], .token = -1});
@@ -57,17 +61,17 @@ inline std::vector<SpokenWord> operator+(std::vector<SpokenWord> a,
 
 /// How a reading was followed.
 struct Followed {
-    double inPlace = 0;       ///< share of the frames with the line being read under the eye line
-    double longestLost = 0;   ///< seconds, the longest time in a row without
+    double inPlace = 0;      ///< share of the frames with the eye line within one line of the place
+    double longestLost = 0;  ///< seconds, the longest time in a row without
     double meanDistance = 0;  ///< tokens between the shown position and the word being spoken
     std::int64_t last = -1;   ///< the cursor at the end
 };
 
 struct Hearing {
     double wordsPerSecond = 2.6;
-    double errors = 0;        ///< share of the words that are heard wrongly
-    double delay = 0.2;       ///< seconds from a word's end to the update that brings it
-    double provisional = 0.3; ///< share of the updates whose last word is withdrawn at once
+    double errors = 0;         ///< share of the words that are heard wrongly
+    double delay = 0.2;        ///< seconds from a word's end to the update that brings it
+    double provisional = 0.3;  ///< share of the updates whose last word is withdrawn at once
     unsigned seed = 1;
 };
 
@@ -85,7 +89,8 @@ inline Followed follow(const Script& script, const std::vector<SpokenWord>& word
     const std::vector<PromptLine> lines = breaker.linesFor(script);
     ReadThrough reading(script, lines, aligner, scroll);
 
-    // The times at which the words are spoken: a long word takes longer, a sentence ends in a pause.
+    // The times at which the words are spoken: a long word takes longer, a sentence ends in a
+    // pause.
     std::vector<double> starts;
     std::vector<double> ends;
     double time = 1;
@@ -145,8 +150,8 @@ inline Followed follow(const Script& script, const std::vector<SpokenWord>& word
         if (truth < 0) continue;  // before the beginning
         ++judged;
         result.meanDistance += std::abs(frame.position - static_cast<double>(truth));
-        const auto line = LineBreaker::lineContaining(truth, lines);
-        const bool isGood = line && std::abs(frame.line - static_cast<double>(*line) - 0.5) <= 1;
+        const double line = LineBreaker::lineIndexFor(static_cast<double>(truth), lines);
+        const bool isGood = std::abs(frame.line - line) <= 1;
         good += isGood ? 1 : 0;
         if (isGood) lostSince = -1;
         if (!isGood && lostSince < 0) lostSince = now;
