@@ -38,6 +38,15 @@ constexpr std::array<std::size_t, 27> firstWithLetter = [] {
     return first;
 }();
 
+// For each first letter a bit for every length that a key with it has: most words end here.
+constexpr std::array<unsigned, 26> lengthsWithLetter = [] {
+    std::array<unsigned, 26> lengths{};
+    for (const Contraction& contraction : table)
+        lengths[static_cast<std::size_t>(contraction.key.front() - 'a')] |=
+            1U << contraction.key.size();
+    return lengths;
+}();
+
 }  // namespace
 
 std::span<const Contraction> contractions() noexcept { return table; }
@@ -45,6 +54,7 @@ std::span<const Contraction> contractions() noexcept { return table; }
 std::optional<Contraction> contractionFor(std::string_view key) noexcept {
     if (key.empty() || key.front() < 'a' || key.front() > 'z') return std::nullopt;
     const auto letter = static_cast<std::size_t>(key.front() - 'a');
+    if (key.size() > 8 || (lengthsWithLetter[letter] >> key.size() & 1U) == 0) return std::nullopt;
     for (std::size_t i = firstWithLetter[letter]; i < firstWithLetter[letter + 1]; ++i) {
         if (table[i].key == key) return table[i];
     }

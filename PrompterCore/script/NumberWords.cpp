@@ -27,48 +27,50 @@ constexpr std::array<Scale, 4> scales = {Scale{1'000'000'000, "billion"},
                                          Scale{1'000'000, "million"}, Scale{1'000, "thousand"},
                                          Scale{100, "hundred"}};
 
-void append(std::int64_t number, std::vector<Text>& words) {
-    if (number < 20) {
-        words.emplace_back(belowTwenty[static_cast<std::size_t>(number)]);
-        return;
-    }
+void takeCounted(std::int64_t number, WordTaker take) {
+    if (number < 20) return take(belowTwenty[static_cast<std::size_t>(number)]);
     if (number < 100) {
-        words.emplace_back(tens[static_cast<std::size_t>(number / 10 - 2)]);
-        if (number % 10 != 0) append(number % 10, words);
+        take(tens[static_cast<std::size_t>(number / 10 - 2)]);
+        if (number % 10 != 0) takeCounted(number % 10, take);
         return;
     }
     for (const Scale& scale : scales) {
         if (number < scale.value) continue;
-        append(number / scale.value, words);
-        words.emplace_back(scale.word);
-        if (number % scale.value != 0) append(number % scale.value, words);
+        takeCounted(number / scale.value, take);
+        take(scale.word);
+        if (number % scale.value != 0) takeCounted(number % scale.value, take);
         return;
     }
 }
 
+std::vector<Text> listed(void (*takeWords)(std::int64_t, WordTaker), std::int64_t number) {
+    std::vector<Text> words;
+    const auto append = [&words](std::string_view word) { words.emplace_back(WellFormed{word}); };
+    takeWords(number, WordTaker(append));
+    return words;
+}
+
 }  // namespace
 
-std::vector<Text> numberWords(std::int64_t number) {
-    std::vector<Text> words;
+void takeNumberWords(std::int64_t number, WordTaker take) {
     if (number < 0) {
-        words.emplace_back("minus");
+        take("minus");
         number = checkedSubtract(0, number);
     }
-    append(number, words);
-    return words;
+    takeCounted(number, take);
 }
 
-std::vector<Text> yearWords(std::int64_t number) {
-    if (number < 1100 || number > 9999) return numberWords(number);
+void takeYearWords(std::int64_t number, WordTaker take) {
+    if (number < 1100 || number > 9999) return takeNumberWords(number, take);
     const std::int64_t low = number % 100;
-    std::vector<Text> words = numberWords(number / 100);
-    if (low == 0) {
-        words.emplace_back("hundred");
-        return words;
-    }
-    if (low < 10) words.emplace_back("oh");
-    append(low, words);
-    return words;
+    takeCounted(number / 100, take);
+    if (low == 0) return take("hundred");
+    if (low < 10) take("oh");
+    takeCounted(low, take);
 }
+
+std::vector<Text> numberWords(std::int64_t number) { return listed(takeNumberWords, number); }
+
+std::vector<Text> yearWords(std::int64_t number) { return listed(takeYearWords, number); }
 
 }  // namespace PrompterCore

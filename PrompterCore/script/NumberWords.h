@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "PrompterCore/script/WordTaker.h"
 #include "PrompterCore/text/Text.h"
 
 namespace PrompterCore {
@@ -20,5 +21,9 @@ namespace PrompterCore {
 /// The words of `number` read as a year: two pairs of digits for 1100 to 9999 ("twenty", "hundred"
 /// for 2000), numberWords for any other.
 [[nodiscard]] std::vector<Text> yearWords(std::int64_t number);
+
+/// The same words, handed to `take` in order. Never allocate.
+void takeNumberWords(std::int64_t number, WordTaker take);
+void takeYearWords(std::int64_t number, WordTaker take);
 
 }  // namespace PrompterCore

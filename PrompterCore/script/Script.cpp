@@ -7,13 +7,13 @@
 #include <numeric>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "PrompterCore/script/ScriptHeadings.h"
 #include "PrompterCore/script/SpokenForms.h"
 #include "PrompterCore/support/Integers.h"
 #include "PrompterCore/text/CharacterClasses.h"
-#include "PrompterCore/text/Trims.h"
 #include "PrompterCore/text/Utf8.h"
 
 namespace PrompterCore {
@@ -23,10 +23,10 @@ namespace {
 // How many runs of visible bytes there are: the number of words, as near as can be told without
 // looking at characters.
 std::size_t estimatedWordCount(std::string_view bytes) noexcept {
-    const auto isBlank = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]) <= ' '; };
-    std::size_t count = 1;
+    const auto isBlank = [](char byte) { return static_cast<unsigned char>(byte) <= ' '; };
+    std::uint32_t count = 1;  // narrow, so that many bytes are counted at once
     for (std::size_t i = 1; i < bytes.size(); ++i)
-        count += static_cast<std::size_t>(isBlank(i - 1) && !isBlank(i));
+        count += static_cast<std::uint32_t>(isBlank(bytes[i - 1]) & !isBlank(bytes[i]));
     return count;
 }
 
@@ -51,6 +51,7 @@ public:
           count_(characters.count()) {}
 
     std::int64_t count() const noexcept { return count_; }
+    bool areOneByteEach() const noexcept { return starts_ == nullptr; }
     std::string_view slice(CharacterRange range) const noexcept {
         return bytes_.substr(start(range.lower()), start(range.upper()) - start(range.lower()));
     }
@@ -103,18 +104,30 @@ private:
     std::int64_t count_;
 };
 
-std::vector<std::int64_t> utf16Offsets(const Characters& characters) {
+std::vector<std::int64_t> utf16Offsets(const FirstCodePoints& characters) {
     std::vector<std::int64_t> offsets(static_cast<std::size_t>(characters.count()) + 1);
-    if (characters.startTable().empty()) {
+    if (characters.areOneByteEach()) {
         std::iota(offsets.begin(), offsets.end(), 0);
         return offsets;
     }
-    const FirstCodePoints all(characters);
-    for (std::int64_t i = 0; i < all.count(); ++i) {
+    for (std::int64_t i = 0; i < characters.count(); ++i) {
         const auto at = static_cast<std::size_t>(i);
-        offsets[at + 1] = offsets[at] + all.utf16Length(i);
+        offsets[at + 1] = offsets[at] + characters.utf16Length(i);
     }
     return offsets;
+}
+
+// Becomes the record that `make` gives in the very place where the list wants it: to move a record
+// there costs as much as to make it.
+template <class Make>
+struct InPlace {
+    const Make& make;
+    operator std::invoke_result_t<const Make&>() const { return make(); }  // NOLINT
+};
+
+template <class Record, class Make>
+void addInPlace(std::vector<Record>& records, const Make& make) {
+    records.emplace_back(InPlace<Make>{make});
 }
 
 }  // namespace
@@ -130,7 +143,7 @@ public:
                     .headings = {},
                     .utf16Offsets = {}},
           characters_(contents_.characters) {
-        contents_.utf16Offsets = PrompterCore::utf16Offsets(contents_.characters);
+        contents_.utf16Offsets = PrompterCore::utf16Offsets(characters_);
         const std::size_t words = estimatedWordCount(contents_.characters.text().utf8());
         contents_.words.reserve(words);
         contents_.tokens.reserve(words + words / 8);  // contractions and numbers are several
@@ -155,11 +168,9 @@ private:
             ++at;
         }
         std::int64_t end = at;
-        while (end < characters_.count() && !characters_.isLineBreak(end)) {
+        while (end < characters_.count() && !characters_.isLineBreak(end))
             ++end;
-        }
-        const std::string_view title =
-            trimmedOfWhiteSpace(characters_.slice(CharacterRange(at, end)));
+        const std::string_view title = trimmed(CharacterRange(at, end));
         if (title.empty()) return std::nullopt;
         contents_.headings.push_back({.title = Text(WellFormed{title}),
                                       .sourceRange = CharacterRange(start, end),
@@ -167,6 +178,17 @@ private:
                                       .firstToken = signedCount(contents_.tokens.size()),
                                       .breaksBefore = std::exchange(breaks_, 0)});
         return end;
+    }
+
+    // Without white space at the ends.
+    std::string_view trimmed(CharacterRange range) const noexcept {
+        std::int64_t from = range.lower();
+        std::int64_t to = range.upper();
+        while (from < to && characters_.isWhiteSpace(from))
+            ++from;
+        while (from < to && characters_.isWhiteSpace(to - 1))
+            --to;
+        return characters_.slice(CharacterRange(from, to));
     }
 
     // Adds the words from `start` to the end of the line, which is given.
@@ -192,27 +214,27 @@ private:
 
     void addWord(CharacterRange run, std::int64_t indent) {
         const std::string_view written = characters_.slice(run);
-        const std::int64_t firstToken = signedCount(contents_.tokens.size());
-        forms_.clear();
-        appendSpokenForms(written, forms_);
-        for (Text& form : forms_) {
-            // Filled in its place: to move a record costs more than to make it.
-            ScriptToken& token = contents_.tokens.emplace_back();
-            token.index = signedCount(contents_.tokens.size()) - 1;
-            token.text = std::move(form);
-            token.sourceRange = run;
-        }
-        ScriptWord& word = contents_.words.emplace_back();
-        word.text = Text(WellFormed{written});
-        word.tokenRange = TokenRange(firstToken, signedCount(contents_.tokens.size()));
-        word.breaksBefore = std::exchange(breaks_, 0);
-        word.indent = indent;
+        std::vector<ScriptToken>& tokens = contents_.tokens;
+        const std::int64_t firstToken = signedCount(tokens.size());
+        const auto addToken = [&tokens, run](std::string_view form) {
+            addInPlace(tokens, [&] {
+                return ScriptToken{.index = signedCount(tokens.size()),
+                                   .text = Text(WellFormed{form}),
+                                   .sourceRange = run};
+            });
+        };
+        takeSpokenForms(written, WordTaker(addToken));
+        addInPlace(contents_.words, [&] {
+            return ScriptWord{.text = Text(WellFormed{written}),
+                              .tokenRange = TokenRange(firstToken, signedCount(tokens.size())),
+                              .breaksBefore = std::exchange(breaks_, 0),
+                              .indent = indent};
+        });
     }
 
     Contents contents_;
     FirstCodePoints characters_;  // of contents_, whose bytes stay where they are
     std::int64_t breaks_ = 0;     // line breaks since the last word or heading line
-    std::vector<Text> forms_;     // of the word being added; kept for its memory
 };
 
 Script::Script(Text text)

@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -20,10 +19,6 @@
 namespace PrompterCore {
 
 namespace {
-
-void appendAll(std::vector<Text> words, std::vector<Text>& forms) {
-    std::move(words.begin(), words.end(), std::back_inserter(forms));
-}
 
 constexpr bool isAsciiDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 
@@ -83,7 +78,7 @@ bool isAllNumeric(std::string_view piece) {
 }
 
 // "3.14": digits, a point, digits, with commas anywhere. False when `word` is none such.
-bool appendDecimalReading(std::string_view word, std::vector<Text>& forms) {
+bool takeDecimalReading(std::string_view word, WordTaker take) {
     if (word.find('.') == std::string_view::npos) return false;
     const std::string_view trimmed = trimmedToAlphanumerics(word);
     // The first piece begins here, and it has to be a number.
@@ -93,11 +88,11 @@ bool appendDecimalReading(std::string_view word, std::vector<Text>& forms) {
     if (both.size() != 2 || !isAllNumeric(both[1])) return false;
     const std::optional<std::int64_t> whole = wholeNumber(both[0]);
     if (!whole) return false;
-    appendAll(numberWords(*whole), forms);
-    forms.emplace_back("point");
+    takeNumberWords(*whole, take);
+    take("point");
     for (const Character character : Characters(Text(WellFormed{both[1]}))) {
         const auto digit = CharacterClasses::decimalDigit(character.firstCodePoint());
-        if (digit) appendAll(numberWords(*digit), forms);
+        if (digit) takeNumberWords(*digit, take);
     }
     return true;
 }
@@ -211,69 +206,78 @@ std::string_view withoutOuterHyphens(std::string_view spoken) {
 }
 
 // False when `spoken` has no hyphen to be cut at.
-bool appendPieces(std::string_view spoken, std::vector<Text>& forms) {
+bool takePieces(std::string_view spoken, WordTaker take) {
     if (spoken.find('-') == std::string_view::npos) return false;
     const Characters characters(Text(WellFormed{spoken}));
     const std::vector<std::string_view> between = pieces(characters, '-');
     if (between.size() == 1 && between[0].size() == spoken.size()) return false;
     for (const std::string_view piece : between)
-        appendSpokenForms(piece, forms);
+        takeSpokenForms(piece, take);
     return true;
 }
 
-bool appendNumber(std::string_view spoken, std::vector<Text>& forms) {
+bool takeNumber(std::string_view spoken, WordTaker take) {
     const std::optional<std::int64_t> number = wholeNumber(spoken);
     if (!number) return false;
     // Four digits are read as a year, "1500" and "0042" alike.
-    appendAll(spoken.size() == 4 ? yearWords(*number) : numberWords(*number), forms);
+    if (spoken.size() == 4) {
+        takeYearWords(*number, take);
+    } else {
+        takeNumberWords(*number, take);
+    }
     return true;
 }
 
-bool appendContraction(std::string_view spoken, std::vector<Text>& forms) {
+bool takeContraction(std::string_view spoken, WordTaker take) {
     const std::optional<Contraction> contraction = contractionFor(spoken);
     if (!contraction) return false;
-    forms.emplace_back(WellFormed{contraction->first});
-    if (!contraction->second.empty()) forms.emplace_back(WellFormed{contraction->second});
+    take(contraction->first);
+    if (!contraction->second.empty()) take(contraction->second);
     return true;
 }
 
-// `spoken` is what is left of the word, `traits` what it may hold.
-void appendNormalised(std::string_view spoken, unsigned traits, std::vector<Text>& forms) {
-    if ((traits & hyphen) != 0) spoken = withoutOuterHyphens(spoken);
-    if (spoken.empty()) return;
-    if ((traits & digit) != 0 && appendNumber(spoken, forms)) return;
-    if (appendContraction(spoken, forms)) return;
-    if ((traits & hyphen) != 0 && appendPieces(spoken, forms)) return;
-    forms.emplace_back(WellFormed{spoken});
+void takeLetters(std::string_view spoken, WordTaker take) {
+    if (!spoken.empty() && !takeContraction(spoken, take)) take(spoken);
 }
 
-// Room for as many bytes as asked for, without an allocation for a word of ordinary length.
-class Scratch {
-public:
-    explicit Scratch(std::size_t size) : many_(size > few_.size() ? size : 0, '\0') {}
-    char* data() noexcept { return many_.empty() ? few_.data() : many_.data(); }
+// `spoken` is what is left of a word with digits or hyphens among it, `traits` what it may hold.
+void takeNormalised(std::string_view spoken, unsigned traits, WordTaker take) {
+    if ((traits & hyphen) != 0) spoken = withoutOuterHyphens(spoken);
+    if ((traits & digit) != 0 && takeNumber(spoken, take)) return;
+    if ((traits & hyphen) != 0 && takePieces(spoken, take)) return;
+    takeLetters(spoken, take);
+}
 
-private:
-    std::array<char, 64> few_;
-    std::string many_;
-};
+// `room` has the word's bytes: what is spoken never takes more, but for words that go the general
+// way.
+void takeFormsThrough(char* room, std::string_view word, WordTaker take) {
+    const auto written = [room](const char* end) {
+        return std::string_view(room, static_cast<std::size_t>(end - room));
+    };
+    char* end = room;
+    const unsigned traits = writeAscii(word, end);
+    if (traits == 0) return takeLetters(written(end), take);
+    if ((traits & point) != 0 && takeDecimalReading(word, take)) return;
+    if ((traits & beyondAscii) == 0) return takeNormalised(written(end), traits, take);
+    // Full-width forms may be folded to digits and hyphens.
+    end = room;
+    if (writeQuickly(word, end)) return takeNormalised(written(end), digit | hyphen, take);
+    takeNormalised(normalised(word), digit | hyphen, take);
+}
 
 }  // namespace
 
+void takeSpokenForms(std::string_view word, WordTaker take) {
+    // No allocation for a word of ordinary length.
+    if (std::array<char, 64> room; word.size() <= room.size())
+        return takeFormsThrough(room.data(), word, take);
+    std::string room(word.size(), '\0');
+    takeFormsThrough(room.data(), word, take);
+}
+
 void appendSpokenForms(std::string_view word, std::vector<Text>& forms) {
-    // What is spoken never takes more bytes than the word, but for words that go the general way.
-    Scratch scratch(word.size());
-    const auto written = [&](const char* end) {
-        return std::string_view(scratch.data(), static_cast<std::size_t>(end - scratch.data()));
-    };
-    char* end = scratch.data();
-    const unsigned traits = writeAscii(word, end);
-    if ((traits & point) != 0 && appendDecimalReading(word, forms)) return;
-    if ((traits & beyondAscii) == 0) return appendNormalised(written(end), traits, forms);
-    // Full-width forms may be folded to digits and hyphens.
-    end = scratch.data();
-    if (writeQuickly(word, end)) return appendNormalised(written(end), digit | hyphen, forms);
-    appendNormalised(normalised(word), digit | hyphen, forms);
+    const auto append = [&forms](std::string_view form) { forms.emplace_back(WellFormed{form}); };
+    takeSpokenForms(word, WordTaker(append));
 }
 
 std::vector<Text> spokenForms(const Text& word) {

@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "PrompterCore/script/WordTaker.h"
 #include "PrompterCore/text/Text.h"
 
 namespace PrompterCore {
@@ -22,5 +23,9 @@ namespace PrompterCore {
 
 /// Appends the spoken forms of `word`, which is well-formed, to `forms`. For loops over many words.
 void appendSpokenForms(std::string_view word, std::vector<Text>& forms);
+
+/// Hands the spoken forms of `word`, which is well-formed, to `take` in order. An ordinary word
+/// needs no allocation.
+void takeSpokenForms(std::string_view word, WordTaker take);
 
 }  // namespace PrompterCore
