@@ -6,8 +6,8 @@
 //   for (const WordsUpdate& update : recogniser.hear(samples)) ...
 //
 // It listens for the script's words first and for the commonest English words beside them. A word
-// is published when two chunks in a row brought it, about 100 ms after its end; the last one is
-// sometimes withdrawn again.
+// is published when two chunks of 60 ms in a row brought it, mostly within 120 ms of its end; the
+// last one is sometimes withdrawn again.
 
 #include <cstdint>
 #include <filesystem>
@@ -43,9 +43,9 @@ public:
                                     const PocketSphinxSettings& settings = {});
     ~PocketSphinxRecogniser() override;
 
-    /// Updates come after every 60 ms of sound that changed the words, or moved one by 150 ms or
-    /// more, however the samples are cut; times are right to 50 ms. A tenth of the sound's duration
-    /// on a present machine.
+    /// An update comes after each 60 ms of sound that changed the words or moved one by 150 ms,
+    /// however the samples are cut; published times are right to 50 ms. A tenth of the sound's
+    /// duration on a present machine.
     std::vector<WordsUpdate> hear(std::span<const float> samples) override;
     std::vector<WordsUpdate> finish() override;
 
