@@ -26,7 +26,7 @@ std::size_t estimatedWordCount(std::string_view bytes) noexcept {
     const auto isBlank = [](char byte) { return static_cast<unsigned char>(byte) <= ' '; };
     std::uint32_t count = 1;  // narrow, so that many bytes are counted at once
     for (std::size_t i = 1; i < bytes.size(); ++i)
-        count += isBlank(bytes[i - 1]) && !isBlank(bytes[i]) ? 1U : 0U;
+        count += std::uint32_t{isBlank(bytes[i - 1])} & std::uint32_t{!isBlank(bytes[i])};
     return count;
 }
 

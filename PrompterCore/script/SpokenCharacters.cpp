@@ -58,6 +58,7 @@ constexpr auto stretches = std::to_array<Stretch>({
     {0x05C1, 0x05C2, Effect::foldedAway},
     {0x05D0, 0x05EA, Effect::kept},
     {0x060C, 0x060C, Effect::dropped},
+    {0x061B, 0x061B, Effect::dropped},
     {0x061F, 0x061F, Effect::dropped},
     {0x0620, 0x064A, Effect::kept},        // Arabic
     {0x064B, 0x0652, Effect::foldedAway},  // Arabic points
@@ -66,15 +67,19 @@ constexpr auto stretches = std::to_array<Stretch>({
     {0x06D4, 0x06D4, Effect::dropped},
     {0x0900, 0x0903, Effect::sign},  // Devanagari
     {0x0904, 0x0939, Effect::kept},
-    {0x093E, 0x094D, Effect::sign},
+    {0x093E, 0x094C, Effect::sign},
+    {0x094D, 0x094D, Effect::orderedSign},
     {0x0964, 0x0965, Effect::dropped},
     {0x0966, 0x096F, Effect::kept},
     {0x0E01, 0x0E30, Effect::kept},  // Thai
     {0x0E31, 0x0E31, Effect::sign},
     {0x0E32, 0x0E32, Effect::kept},
-    {0x0E33, 0x0E3A, Effect::sign},
+    {0x0E33, 0x0E37, Effect::sign},
+    {0x0E38, 0x0E3A, Effect::orderedSign},
     {0x0E40, 0x0E46, Effect::kept},
-    {0x0E47, 0x0E4E, Effect::sign},
+    {0x0E47, 0x0E47, Effect::sign},
+    {0x0E48, 0x0E4B, Effect::orderedSign},
+    {0x0E4C, 0x0E4E, Effect::sign},
     {0x0E50, 0x0E59, Effect::kept},
     {0x200B, 0x200B, Effect::dropped},
     {0x200C, 0x200D, Effect::joined},

@@ -21,7 +21,8 @@ struct SpokenCharacter {
         hyphen,      ///< kept behind something kept, else dropped
         foldedAway,  ///< a mark that a reader may leave out, as if it were not there
         joined,      ///< part of the character before it, with which it is kept or dropped
-        sign         ///< the same, but a letter where it stands alone, and ordered among signs
+        sign,        ///< kept behind a letter or a sign; a letter where it stands alone
+        orderedSign  ///< the same, but its place among other ordered ones is settled as a whole
     };
 
     Effect effect = Effect::dependent;

@@ -168,9 +168,11 @@ bool writeQuickly(std::string_view word, char*& end) noexcept {
             case joined:
                 if (last != dropped) return false;
                 continue;
+            case orderedSign:
+                if (last == orderedSign) return false;
+                [[fallthrough]];
             case sign:
-                // A second sign may have to change places with the first.
-                if (last != kept) return false;
+                if (last == dropped || last == hyphen) return false;
                 [[fallthrough]];
             case kept:
             case hyphen: end = writeUtf8(character.letter, end);

@@ -15,7 +15,13 @@ namespace {
 // syllables, punctuation and emoji; the test holds every one against the Unicode library.
 bool standsAlone(char32_t c) noexcept {
     if (c < 0x300) return (c >= 0x20 && c < 0x7F) || (c >= 0xAE) || (c >= 0xA0 && c < 0xAD);
-    if (c < 0x2010) return (c >= 0x370 && c < 0x483) || (c >= 0x1E00 && c < 0x200B);
+    if (c < 0x900)
+        return (c >= 0x370 && c < 0x483) || (c >= 0x5D0 && c < 0x5EB) ||
+               (c >= 0x61D && c < 0x64B) || (c >= 0x660 && c < 0x670) || (c >= 0x671 && c < 0x6D6);
+    if (c < 0xE80)
+        return (c >= 0x904 && c < 0x93A) || (c >= 0xE01 && c < 0xE31) || c == 0xE32 ||
+               (c >= 0xE40 && c < 0xE47);
+    if (c < 0x2010) return c >= 0x1E00 && c < 0x200B;
     if (c < 0x3000) return c < 0x2028 || (c >= 0x2030 && c < 0x2060);
     if (c < 0x3400) return c < 0x302A || (c >= 0x3041 && c < 0x3097) || (c >= 0x309B && c < 0x3100);
     if (c < 0xD7A4) return (c >= 0x4E00 && c < 0xA000) || c < 0x4DC0 || c >= 0xAC00;

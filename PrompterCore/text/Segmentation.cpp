@@ -1,5 +1,8 @@
 #include "PrompterCore/text/Segmentation.h"
 
+#include <algorithm>
+#include <array>
+
 #include <unicode/uchar.h>
 #include <unicode/uscript.h>
 
@@ -50,23 +53,68 @@ BreakClass lookedUp(char32_t codePoint) noexcept {
                                                                     : BreakClass::other;
 }
 
+// The classes of the common scripts, so that they need no look-up. In order; a test holds them
+// against the database, code point by code point.
+struct Stretch {
+    char32_t first, last;
+    BreakClass breakClass;
+};
+
+constexpr auto stretches = std::to_array<Stretch>({
+    {0x0020, 0x007E, BreakClass::other},
+    {0x00C0, 0x02FF, BreakClass::other},  // Latin
+    {0x0300, 0x036F, BreakClass::extend},
+    {0x0370, 0x0482, BreakClass::other},   // Greek, Cyrillic
+    {0x0591, 0x05BD, BreakClass::extend},  // Hebrew
+    {0x05D0, 0x05EA, BreakClass::other},
+    {0x061B, 0x061B, BreakClass::other},  // Arabic
+    {0x061D, 0x064A, BreakClass::other},
+    {0x064B, 0x065F, BreakClass::extend},
+    {0x0660, 0x066F, BreakClass::other},
+    {0x0671, 0x06D5, BreakClass::other},
+    {0x0900, 0x0902, BreakClass::extend},  // Devanagari
+    {0x0903, 0x0903, BreakClass::spacingMark},
+    {0x0904, 0x0939, BreakClass::other},
+    {0x093E, 0x0940, BreakClass::spacingMark},
+    {0x0941, 0x0948, BreakClass::extend},
+    {0x0949, 0x094C, BreakClass::spacingMark},
+    {0x094D, 0x094D, BreakClass::extend},
+    {0x0E01, 0x0E30, BreakClass::other},  // Thai
+    {0x0E31, 0x0E31, BreakClass::extend},
+    {0x0E32, 0x0E32, BreakClass::other},
+    {0x0E33, 0x0E33, BreakClass::spacingMark},
+    {0x0E34, 0x0E3A, BreakClass::extend},
+    {0x0E40, 0x0E46, BreakClass::other},
+    {0x0E47, 0x0E4E, BreakClass::extend},
+    {0x1E00, 0x1FFF, BreakClass::other},  // Latin, Greek
+    {0x2010, 0x2027, BreakClass::other},
+    {0x3041, 0x3096, BreakClass::other},  // Hiragana
+    {0x30A0, 0x30FF, BreakClass::other},  // Katakana
+    {0x3400, 0x9FFF, BreakClass::other},  // Han
+    {0xFE00, 0xFE0F, BreakClass::extend},
+    {0x1F1E6, 0x1F1FF, BreakClass::regionalIndicator},
+    {0x1F249, 0x1F3FA, BreakClass::pictograph},
+    {0x1F3FB, 0x1F3FF, BreakClass::extend},
+    {0x1F400, 0x1F53D, BreakClass::pictograph},
+    {0x1F546, 0x1F64F, BreakClass::pictograph},
+    {0x1F680, 0x1F6FF, BreakClass::pictograph},
+    {0x1F947, 0x1FAFF, BreakClass::pictograph},
+});
+
 BreakClass breakClass(char32_t codePoint) noexcept {
-    // Stretches in which every letter is "Other", so that the common scripts need no look-up. A
-    // test holds them against the database, code point by code point.
-    if (codePoint >= 0x20 && codePoint < 0x7F) return BreakClass::other;
-    if (codePoint >= 0xC0 && codePoint < 0x300) return BreakClass::other;     // Latin
-    if (codePoint >= 0x370 && codePoint < 0x483) return BreakClass::other;    // Greek, Cyrillic
-    if (codePoint >= 0x3041 && codePoint < 0x3097) return BreakClass::other;  // Hiragana
-    if (codePoint >= 0x30A0 && codePoint < 0x3100) return BreakClass::other;  // Katakana
-    if (codePoint >= 0x3400 && codePoint < 0xA000) return BreakClass::other;  // Han
     if (codePoint >= 0xAC00 && codePoint < 0xD7A4)
         return (codePoint - 0xAC00) % 28 == 0 ? BreakClass::hangulLV : BreakClass::hangulLVT;
-    return lookedUp(codePoint);
+    const auto* const found = std::ranges::lower_bound(stretches, codePoint, {}, &Stretch::last);
+    return found != stretches.end() && codePoint >= found->first ? found->breakClass
+                                                                 : lookedUp(codePoint);
 }
 
 // Of the scripts in which a virama joins two consonants to one sign (GB9c).
 bool isOfConjuncts(char32_t codePoint, UIndicSyllabicCategory category) noexcept {
     if (codePoint < 0x0900 || codePoint >= 0x0D80) return false;
+    if (codePoint >= 0x0904 && codePoint < 0x0950)  // most of Devanagari needs no look-up
+        return category == U_INSC_VIRAMA ? codePoint == 0x094D
+                                         : codePoint >= 0x0915 && codePoint < 0x093A;
     const auto c = static_cast<UChar32>(codePoint);
     if (u_getIntPropertyValue(c, UCHAR_INDIC_SYLLABIC_CATEGORY) != category) return false;
     UErrorCode status = U_ZERO_ERROR;

@@ -86,16 +86,26 @@ TEST(SpokenCharacters, EveryJoinedOneGoesWithTheDroppedOneBeforeIt) {
 
 TEST(SpokenCharacters, EverySignStaysOnTheLetterBeforeIt) {
     const Plain::Unicode unicode;
-    const std::vector<char32_t> signs = codePoints(Effect::sign);
-    for (const char32_t c : codePoints(Effect::kept)) {
-        if (c < 0x900 || c > 0xE7F) continue;  // the scripts that have signs
-        for (const char32_t sign : signs) {
+    std::vector<char32_t> signs = codePoints(Effect::sign);
+    for (const char32_t c : codePoints(Effect::orderedSign)) {
+        EXPECT_NE(u_getCombiningClass(static_cast<UChar32>(c)), 0) << Text(utf8(c));
+        signs.push_back(c);
+    }
+    for (const char32_t c : codePoints(Effect::sign))
+        EXPECT_EQ(u_getCombiningClass(static_cast<UChar32>(c)), 0) << Text(utf8(c));
+    for (const char32_t sign : signs) {
+        for (const char32_t c : codePoints(Effect::kept)) {
+            if (c < 0x900 || c > 0xE7F) continue;  // the scripts that have signs
             const std::string word = utf8(c) + utf8(sign);
             EXPECT_EQ(general(unicode, word), word) << Text(word);
         }
+        for (const char* letter : {"x", "1", "\u0915", "\u0E17", "-", "!", ""}) {
+            for (const char32_t second : signs) {
+                const std::string word = letter + utf8(sign) + utf8(second) + "y";
+                EXPECT_EQ(Tests::spoken(word), Plain::spokenForms(unicode, word)) << Text(word);
+            }
+        }
     }
-    for (const char32_t sign : signs)
-        EXPECT_EQ(general(unicode, "x" + utf8(sign)), "x" + utf8(sign)) << Text(utf8(sign));
 }
 
 TEST(SpokenCharacters, EveryCodePointIsSpokenAsThePlainWaySpeaksIt) {
