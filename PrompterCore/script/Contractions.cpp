@@ -52,9 +52,10 @@ constexpr std::array<unsigned, 26> lengthsWithLetter = [] {
 std::span<const Contraction> contractions() noexcept { return table; }
 
 std::optional<Contraction> contractionFor(std::string_view key) noexcept {
-    if (key.empty() || key.front() < 'a' || key.front() > 'z') return std::nullopt;
+    if (key.empty() || key.size() > 8 || key.front() < 'a' || key.front() > 'z')
+        return std::nullopt;
     const auto letter = static_cast<std::size_t>(key.front() - 'a');
-    if (key.size() > 8 || (lengthsWithLetter[letter] >> key.size() & 1U) == 0) return std::nullopt;
+    if ((lengthsWithLetter[letter] >> key.size() & 1U) == 0) return std::nullopt;
     for (std::size_t i = firstWithLetter[letter]; i < firstWithLetter[letter + 1]; ++i) {
         if (table[i].key == key) return table[i];
     }

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <iterator>
-#include <numeric>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -51,7 +49,6 @@ public:
           count_(characters.count()) {}
 
     std::int64_t count() const noexcept { return count_; }
-    bool areOneByteEach() const noexcept { return starts_ == nullptr; }
     std::string_view slice(CharacterRange range) const noexcept {
         return bytes_.substr(start(range.lower()), start(range.upper()) - start(range.lower()));
     }
@@ -80,13 +77,6 @@ public:
     bool isLineBreak(std::int64_t index) const noexcept {
         return CharacterClasses::isLineBreak(codePoint(index));
     }
-    std::int64_t utf16Length(std::int64_t index) const noexcept {
-        std::size_t behind = start(index);
-        const char32_t first = Utf8::next(bytes_, behind);
-        // Nearly every character has one code point.
-        if (behind == start(index + 1)) return first < 0x10000 ? 1 : 2;
-        return Utf8::utf16Length(slice(CharacterRange(index, index + 1)));
-    }
 
 private:
     std::size_t start(std::int64_t index) const noexcept {
@@ -103,19 +93,6 @@ private:
     const std::size_t* starts_;  // null when every character is one byte
     std::int64_t count_;
 };
-
-std::vector<std::int64_t> utf16Offsets(const FirstCodePoints& characters) {
-    std::vector<std::int64_t> offsets(static_cast<std::size_t>(characters.count()) + 1);
-    if (characters.areOneByteEach()) {
-        std::iota(offsets.begin(), offsets.end(), 0);
-        return offsets;
-    }
-    for (std::int64_t i = 0; i < characters.count(); ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        offsets[at + 1] = offsets[at] + characters.utf16Length(i);
-    }
-    return offsets;
-}
 
 // Becomes the record that `make` gives in the very place where the list wants it: to move a record
 // there costs as much as to make it.
@@ -143,7 +120,7 @@ public:
                     .headings = {},
                     .utf16Offsets = {}},
           characters_(contents_.characters) {
-        contents_.utf16Offsets = PrompterCore::utf16Offsets(characters_);
+        contents_.utf16Offsets = Utf16Offsets(contents_.characters);
         const std::size_t words = estimatedWordCount(contents_.characters.text().utf8());
         contents_.words.reserve(words);
         contents_.tokens.reserve(words + words / 8);  // contractions and numbers are several
@@ -246,13 +223,11 @@ std::optional<ScriptToken> Script::tokenAt(std::int64_t index) const {
 }
 
 std::int64_t Script::utf16OffsetOfCharacter(std::int64_t index) const noexcept {
-    return utf16Offsets()[static_cast<std::size_t>(
-        std::clamp<std::int64_t>(index, 0, characters().count()))];
+    return utf16Offsets()[std::clamp<std::int64_t>(index, 0, characters().count())];
 }
 
 std::int64_t Script::characterIndexAtUTF16(std::int64_t offset) const noexcept {
-    const auto after = std::upper_bound(utf16Offsets().begin(), utf16Offsets().end(), offset);
-    return std::max<std::int64_t>(std::distance(utf16Offsets().begin(), after) - 1, 0);
+    return utf16Offsets().lastAtOrBefore(offset);
 }
 
 std::optional<Utf16Range> Script::utf16RangeOfToken(std::int64_t index) const noexcept {

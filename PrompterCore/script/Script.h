@@ -18,6 +18,7 @@
 #include <optional>
 #include <vector>
 
+#include "PrompterCore/script/Utf16Offsets.h"
 #include "PrompterCore/support/IndexRange.h"
 #include "PrompterCore/text/Characters.h"
 #include "PrompterCore/text/Text.h"
@@ -94,7 +95,7 @@ public:
     }
     /// Where each character starts; one entry more than there are characters, the last the length
     /// of the text.
-    [[nodiscard]] const std::vector<std::int64_t>& utf16Offsets() const noexcept {
+    [[nodiscard]] const Utf16Offsets& utf16Offsets() const noexcept {
         return contents_->utf16Offsets;
     }
 
@@ -126,7 +127,7 @@ private:
         std::vector<ScriptToken> tokens;
         std::vector<ScriptWord> words;
         std::vector<ScriptHeading> headings;
-        std::vector<std::int64_t> utf16Offsets;
+        Utf16Offsets utf16Offsets;
 
         friend bool operator==(const Contents&, const Contents&) = default;
     };

@@ -267,13 +267,16 @@ void takeFormsThrough(char* room, std::string_view word, WordTaker take) {
     takeNormalised(normalised(word), digit | hyphen, take);
 }
 
+void takeLongWord(std::string_view word, WordTaker take) {
+    std::string room(word.size(), '\0');
+    takeFormsThrough(room.data(), word, take);
+}
+
 }  // namespace
 
 void takeSpokenForms(std::string_view word, WordTaker take) {
-    // No allocation for a word of ordinary length.
-    if (std::array<char, 64> room; word.size() <= room.size())
-        return takeFormsThrough(room.data(), word, take);
-    std::string room(word.size(), '\0');
+    std::array<char, 64> room;  // no allocation for a word of ordinary length
+    if (word.size() > room.size()) return takeLongWord(word, take);
     takeFormsThrough(room.data(), word, take);
 }
 

@@ -2,6 +2,7 @@
 
 // What a script test looks at most: the texts of its tokens, words and headings, and their bytes.
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,10 @@ inline Strings bytes(const std::vector<Text>& texts) {
     for (const Text& text : texts)
         result.push_back(text.utf8());
     return result;
+}
+
+inline std::vector<std::int64_t> offsets(const Script& script) {
+    return {script.utf16Offsets().begin(), script.utf16Offsets().end()};
 }
 
 /// The spoken forms of one word, as bytes: what is folded is composed.

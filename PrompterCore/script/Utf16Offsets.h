@@ -1,0 +1,82 @@
+#pragma once
+
+// Where each character of a text starts, in UTF-16 code units, as a random-access list.
+//
+//   Utf16Offsets offsets(Characters(Text("a\U0001F600b")));
+//   offsets[2];                          // 3: the emoji takes two units
+//   offsets.lastAtOrBefore(2);           // 1: the emoji is the character at offset 2
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <vector>
+
+#include "PrompterCore/support/Integers.h"
+#include "PrompterCore/support/Require.h"
+#include "PrompterCore/text/Characters.h"
+
+namespace PrompterCore {
+
+/// One entry more than there are characters; the last is the length of the text. A text whose
+/// characters are one unit each, as nearly all are, costs no table.
+class Utf16Offsets {
+public:
+    /// Of the empty text: the one entry 0.
+    Utf16Offsets() = default;
+    /// O(n).
+    explicit Utf16Offsets(const Characters& characters);
+
+    [[nodiscard]] std::int64_t count() const noexcept {
+        return offsets_.empty() ? characters_ + 1 : signedCount(offsets_.size());
+    }
+    /// Stops the program unless 0 <= `index` < count().
+    [[nodiscard]] std::int64_t operator[](std::int64_t index) const noexcept {
+        require(0 <= index && index < count(),
+                "an offset's index is that of a character or the end");
+        return offsets_.empty() ? index : offsets_[static_cast<std::size_t>(index)];
+    }
+    /// The index of the last entry that is not above `offset`; 0 when there is none. O(log n).
+    [[nodiscard]] std::int64_t lastAtOrBefore(std::int64_t offset) const noexcept;
+
+    class Iterator;
+    [[nodiscard]] Iterator begin() const noexcept;
+    [[nodiscard]] Iterator end() const noexcept;
+
+    friend bool operator==(const Utf16Offsets&, const Utf16Offsets&) = default;
+
+private:
+    std::int64_t characters_ = 0;
+    std::vector<std::int64_t> offsets_;  // none when every character is one unit
+};
+
+/// Forward over Utf16Offsets, which it must not outlive.
+class Utf16Offsets::Iterator {
+public:
+    using iterator_category = std::input_iterator_tag;
+    using iterator_concept = std::forward_iterator_tag;
+    using value_type = std::int64_t;
+    using difference_type = std::ptrdiff_t;
+    using reference = std::int64_t;
+    using pointer = void;
+
+    Iterator() = default;
+    Iterator(const Utf16Offsets* offsets, std::int64_t index) noexcept
+        : offsets_(offsets), index_(index) {}
+
+    std::int64_t operator*() const noexcept { return (*offsets_)[index_]; }
+    Iterator& operator++() noexcept {
+        ++index_;
+        return *this;
+    }
+    Iterator operator++(int) noexcept { return {offsets_, index_++}; }
+    friend bool operator==(Iterator a, Iterator b) noexcept { return a.index_ == b.index_; }
+
+private:
+    const Utf16Offsets* offsets_ = nullptr;
+    std::int64_t index_ = 0;
+};
+
+inline Utf16Offsets::Iterator Utf16Offsets::begin() const noexcept { return {this, 0}; }
+inline Utf16Offsets::Iterator Utf16Offsets::end() const noexcept { return {this, count()}; }
+
+}  // namespace PrompterCore
