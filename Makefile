@@ -9,7 +9,8 @@ setup:   ## install the Debian packages that are missing
 	@ci/setup build test
 build: setup  ## build everything
 	@ci/build dev
-demo: build  ## follow the sample's reading, on this terminal
+demo: setup  ## follow the sample's reading, on this terminal
+	@ci/build dev varnelle
 	@build/dev/apps/varnelle/varnelle demo
 test: build  ## run the tests
 	@ctest --preset dev
