@@ -1,9 +1,10 @@
 #include "PrompterCore/script/SpokenCharacters.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string_view>
+
+#include "PrompterCore/text/Stretches.h"
 
 namespace PrompterCore {
 
@@ -49,7 +50,7 @@ struct Stretch {
     Effect effect;
 };
 
-constexpr auto stretches = std::to_array<Stretch>({
+constexpr Stretches stretches(std::to_array<Stretch>({
     {0x0300, 0x0314, Effect::foldedAway},  // accents
     {0x0323, 0x0328, Effect::foldedAway},
     {0x05B0, 0x05BD, Effect::foldedAway},  // Hebrew points
@@ -112,9 +113,7 @@ constexpr auto stretches = std::to_array<Stretch>({
     {0x1F3FB, 0x1F3FF, Effect::joined},   // their skin tones
     {0x1F400, 0x1FAFF, Effect::dropped},
     {0xE0020, 0xE007F, Effect::joined},  // tags
-});
-
-static_assert(std::ranges::is_sorted(stretches, {}, &Stretch::first));
+}));
 
 constexpr SpokenCharacter kept(char32_t letter) noexcept { return {Effect::kept, letter}; }
 
@@ -150,9 +149,8 @@ SpokenCharacter spokenCharacter(char32_t codePoint) noexcept {
     }
     // Full-width forms of the visible ASCII characters.
     if (codePoint >= 0xFF01 && codePoint <= 0xFF5E) return ascii[codePoint - 0xFEE0];
-    const auto* const stretch = std::ranges::lower_bound(stretches, codePoint, {}, &Stretch::last);
-    if (stretch == stretches.end() || codePoint < stretch->first) return {};
-    return {stretch->effect, codePoint};
+    const Stretch* const stretch = stretches.find(codePoint);
+    return stretch != nullptr ? SpokenCharacter{stretch->effect, codePoint} : SpokenCharacter{};
 }
 
 }  // namespace PrompterCore

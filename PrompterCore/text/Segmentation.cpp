@@ -1,11 +1,11 @@
 #include "PrompterCore/text/Segmentation.h"
 
-#include <algorithm>
 #include <array>
 
 #include <unicode/uchar.h>
 #include <unicode/uscript.h>
 
+#include "PrompterCore/text/Stretches.h"
 #include "PrompterCore/text/Utf8.h"
 
 namespace PrompterCore::Segmentation {
@@ -60,7 +60,7 @@ struct Stretch {
     BreakClass breakClass;
 };
 
-constexpr auto stretches = std::to_array<Stretch>({
+constexpr Stretches stretches(std::to_array<Stretch>({
     {0x0020, 0x007E, BreakClass::other},
     {0x00C0, 0x02FF, BreakClass::other},  // Latin
     {0x0300, 0x036F, BreakClass::extend},
@@ -99,14 +99,13 @@ constexpr auto stretches = std::to_array<Stretch>({
     {0x1F546, 0x1F64F, BreakClass::pictograph},
     {0x1F680, 0x1F6FF, BreakClass::pictograph},
     {0x1F947, 0x1FAFF, BreakClass::pictograph},
-});
+}));
 
 BreakClass breakClass(char32_t codePoint) noexcept {
     if (codePoint >= 0xAC00 && codePoint < 0xD7A4)
         return (codePoint - 0xAC00) % 28 == 0 ? BreakClass::hangulLV : BreakClass::hangulLVT;
-    const auto* const found = std::ranges::lower_bound(stretches, codePoint, {}, &Stretch::last);
-    return found != stretches.end() && codePoint >= found->first ? found->breakClass
-                                                                 : lookedUp(codePoint);
+    const Stretch* const found = stretches.find(codePoint);
+    return found != nullptr ? found->breakClass : lookedUp(codePoint);
 }
 
 // Of the scripts in which a virama joins two consonants to one sign (GB9c).

@@ -265,8 +265,11 @@ TEST(Script, TenMegabytesInOneWordAreBuilt) {
 }
 
 TEST(Script, AMegabyteOfWhiteSpaceIsBuilt) {
-    const Script script{
-        Text(std::string(1'000'000, ' ') + "a" + std::string(1'000'000, '\n') + "b")};
+    std::string text(1'000'000, ' ');
+    text += 'a';
+    text.append(1'000'000, '\n');
+    text += 'b';
+    const Script script{Text(text)};
     EXPECT_EQ(script.words()[0].indent, 1'000'000);
     EXPECT_EQ(script.words()[1].breaksBefore, 1'000'000);
 }
