@@ -59,7 +59,7 @@ public:
             dictionaryFile.path().c_str(), "-lm", languageFile.path().c_str(), "-remove_silence",
             "no",                                 // times would drift with every pause
             "-fwdflat", "no", "-bestpath", "no",  // second passes change words after the fact
-            "-pl_window", "0",                    // looking ahead costs 20 ms and saves no work
+            "-pl_window", "0",                    // looking ahead costs 20 ms and saves little
             "-lw", "9.0",  // trust the script more than the default 6.5: half the errors in noise
             nullptr);
         decoder_ = configuration_ != nullptr ? ps_init(configuration_) : nullptr;

@@ -1,6 +1,7 @@
 #include "host/SpeechModel.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -26,6 +27,17 @@ struct Free {
     void operator()(ngram_model_t* words) const { ngram_model_free(words); }
 };
 
+// The libraries tell their whole inner life on standard error; nobody needs it. They also end the
+// program over a broken model, with a message of their own: that must not happen in silence.
+void hearOnlyOfTheEnd(void*, err_lvl_t level, const char*, ...) {
+    if (level != ERR_FATAL) return;
+    std::fputs(
+        "varnelle: the English speech model is broken; on Debian: apt-get install "
+        "--reinstall pocketsphinx-en-us\n",
+        stderr);
+    std::_Exit(69);
+}
+
 [[noreturn]] void failOn(const std::filesystem::path& file) {
     throw Unavailable("the English speech model's file " + file.string() +
                       " cannot be read; on Debian: apt-get install pocketsphinx-en-us");
@@ -39,8 +51,9 @@ std::filesystem::path speechModelFolder() {
 }
 
 SpeechModel::SpeechModel(const std::filesystem::path& folder) : folder_(folder) {
-    err_set_logfp(nullptr);  // the libraries tell their whole inner life otherwise
-    // What they end the program about when it is missing.
+    err_set_logfp(nullptr);
+    err_set_callback(hearOnlyOfTheEnd, nullptr);
+    // What the libraries end the program about when it is missing.
     for (const char* name : {"mdef", "means", "variances", "transition_matrices", "sendump",
                              "feat.params", "noisedict"}) {
         const auto path = folder_ / acousticFolderName / name;

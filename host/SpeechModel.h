@@ -22,7 +22,9 @@ namespace Varnelle {
 /// A model that is there. A value.
 class SpeechModel {
 public:
-    /// Throws Unavailable when a file of the model is missing in `folder` or cannot be read.
+    /// Throws Unavailable when a file of the model is missing in `folder` or cannot be read. One
+    /// that is cut off may end the program later on, with a sentence and exit status 69: the
+    /// libraries leave no other way.
     explicit SpeechModel(const std::filesystem::path& folder);
 
     [[nodiscard]] std::string acousticFolder() const;  ///< path

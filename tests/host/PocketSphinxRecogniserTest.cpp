@@ -333,43 +333,74 @@ TEST(PocketSphinxRecogniser, PrintsNothing) {
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(SpeechModel, AMissingFileIsNamedWithItsPackage) {
-    const std::filesystem::path folder = ::testing::TempDir() + "varnelle-model";
-    const auto failure = [&folder] {
+// The system's model, file by file, to take something away from.
+class ModelCopy {
+public:
+    ModelCopy() : folder_(::testing::TempDir() + "varnelleXXXXXX") {
+        std::string name = folder_.string();
+        EXPECT_NE(mkdtemp(name.data()), nullptr);
+        folder_ = name;
+        std::filesystem::create_directory(folder_ / "en-us");
+        for (const auto& entry :
+             std::filesystem::recursive_directory_iterator(speechModelFolder())) {
+            const auto file = std::filesystem::relative(entry.path(), speechModelFolder());
+            if (!entry.is_directory())
+                std::filesystem::create_symlink(entry.path(), folder_ / file);
+        }
+    }
+    ModelCopy(const ModelCopy&) = delete;
+    ModelCopy& operator=(const ModelCopy&) = delete;
+    ~ModelCopy() { std::filesystem::remove_all(folder_); }
+
+    std::filesystem::path pathOf(const std::string& file) const { return folder_ / file; }
+    void remove(const std::string& file) const { std::filesystem::remove(pathOf(file)); }
+    void replace(const std::string& file, const std::string& content) const {
+        remove(file);
+        std::ofstream(pathOf(file), std::ios::binary) << content;
+    }
+
+    // What a recogniser says that is made from it.
+    std::string failure() const {
         try {
             PocketSphinxSettings settings;
-            settings.model = folder;
+            settings.model = folder_;
             const PocketSphinxRecogniser recogniser({}, settings);
         } catch (const Unavailable& unavailable) {
-            return std::string(unavailable.what());
+            return unavailable.what();
         }
-        return std::string();
-    };
-    std::filesystem::remove_all(folder);
-    EXPECT_EQ(failure(), "the English speech model's file " + (folder / "en-us/mdef").string() +
-                             " cannot be read; on Debian: apt-get install pocketsphinx-en-us");
+        return "";
+    }
 
-    // All there, but for one.
-    std::filesystem::create_directories(folder / "en-us");
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(speechModelFolder())) {
-        const auto name = std::filesystem::relative(entry.path(), speechModelFolder());
-        if (!entry.is_directory()) std::filesystem::create_symlink(entry.path(), folder / name);
+private:
+    std::filesystem::path folder_;
+};
+
+TEST(SpeechModel, AMissingFileIsNamedWithItsPackage) {
+    EXPECT_EQ(ModelCopy().failure(), "");
+    for (const char* file :
+         {"en-us/mdef", "en-us/means", "en-us/noisedict", "en-us.lm.bin", "cmudict-en-us.dict"}) {
+        const ModelCopy model;
+        model.remove(file);
+        EXPECT_EQ(model.failure(),
+                  "the English speech model's file " + model.pathOf(file).string() +
+                      " cannot be read; on Debian: apt-get install pocketsphinx-en-us");
     }
-    EXPECT_EQ(failure(), "");
-    for (const char* name :
-         {"en-us/means", "en-us/noisedict", "en-us.lm.bin", "cmudict-en-us.dict"}) {
-        SCOPED_TRACE(name);
-        const auto file = std::filesystem::read_symlink(folder / name);
-        std::filesystem::remove(folder / name);
-        EXPECT_NE(failure().find((folder / name).string()), std::string::npos);
-        std::ofstream(folder / name).close();
-        if (!std::string(name).starts_with("en-us/")) {
-            EXPECT_NE(failure().find((folder / name).string()), std::string::npos);
-        }
-        std::filesystem::remove(folder / name);
-        std::filesystem::create_symlink(file, folder / name);
+}
+
+TEST(SpeechModel, ABrokenFileIsASentenceToo) {
+    for (const char* file : {"en-us/means", "en-us.lm.bin", "cmudict-en-us.dict"}) {
+        const ModelCopy model;
+        model.replace(file, "");
+        EXPECT_NE(model.failure().find("pocketsphinx-en-us"), std::string::npos) << file;
     }
-    std::filesystem::remove_all(folder);
+}
+
+TEST(SpeechModelDeathTest, AFileThatTheLibrariesCannotBearEndsWithASentence) {
+    const ModelCopy model;
+    model.replace("en-us/mdef", "half a file");
+    EXPECT_EXIT((void)model.failure(), ::testing::ExitedWithCode(69),
+                "^varnelle: the English speech model is broken; on Debian: apt-get install "
+                "--reinstall pocketsphinx-en-us\n$");
 }
 
 TEST(SpeechModel, TheEnvironmentMayNameAnotherFolder) {
