@@ -7,13 +7,10 @@
 #include <cstring>
 #include <utility>
 
-#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
 #include "PrompterCore/audio/AudioLevel.h"
-#include "host/Failures.h"
-#include "host/TextFile.h"
 #include "host/WordsFile.h"
 
 namespace Varnelle {
@@ -53,20 +50,11 @@ std::optional<std::string> SoundListener::trouble() const {
 
 WordsListener::WordsListener(const std::string& name,
                              std::function<void(const std::string&)> complain)
-    : name_(shownName(name)), complain_(std::move(complain)), descriptor_(STDIN_FILENO) {
-    requireReadable(name);
-    if (name == "-") return;
-    descriptor_ = open(name.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor_ < 0) throw NoInput(name_ + ": " + std::strerror(errno));
-}
-
-WordsListener::~WordsListener() {
-    if (descriptor_ != STDIN_FILENO) close(descriptor_);
-}
+    : name_(shownName(name)), complain_(std::move(complain)), input_(name) {}
 
 std::vector<Heard> WordsListener::until(double time) {
     while (!isEnd_ && (updates_.empty() || updates_.back().time <= time)) {
-        pollfd readable{.fd = descriptor_, .events = POLLIN, .revents = 0};
+        pollfd readable{.fd = input_.descriptor(), .events = POLLIN, .revents = 0};
         isWaiting_ = poll(&readable, 1, 0) == 0;
         if (isWaiting_) break;
         read();
@@ -81,7 +69,7 @@ std::vector<Heard> WordsListener::until(double time) {
 
 std::optional<int> WordsListener::waitingFor() const {
     if (!isWaiting_ || isEnd_) return std::nullopt;
-    return descriptor_;
+    return input_.descriptor();
 }
 
 bool WordsListener::hasEnded() const { return isEnd_ && updates_.empty(); }
@@ -94,16 +82,17 @@ std::optional<std::string> WordsListener::trouble() const {
 
 void WordsListener::read() {
     std::array<char, 1 << 14> buffer{};
-    const ssize_t got = ::read(descriptor_, buffer.data(), buffer.size());
+    const ssize_t got = ::read(input_.descriptor(), buffer.data(), buffer.size());
     if (got < 0 && errno == EINTR) return;
     if (got < 0) {
         ++brokenLines_;
         complain_(name_ + ": " + std::strerror(errno));
     }
     isEnd_ = got <= 0;
+    std::size_t to = partial_.size();  // nothing before ends a line
     if (!isEnd_) partial_.append(buffer.data(), static_cast<std::size_t>(got));
     std::size_t from = 0;
-    for (std::size_t to = 0; (to = partial_.find('\n', from)) != std::string::npos; from = to + 1) {
+    for (; (to = partial_.find('\n', to)) != std::string::npos; from = ++to) {
         takeLine(std::string_view(partial_).substr(from, to - from));
     }
     partial_.erase(0, from);

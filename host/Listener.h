@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "host/HeardWords.h"
+#include "host/InputFile.h"
 #include "host/Recogniser.h"
 #include "host/SoundFile.h"
 
@@ -82,7 +83,6 @@ public:
     /// `complain` is called at once with a sentence about each broken line, which is passed over.
     /// Throws NoInput when the file cannot be read.
     WordsListener(const std::string& name, std::function<void(const std::string&)> complain);
-    ~WordsListener() override;
 
     std::vector<Heard> until(double time) override;
     [[nodiscard]] std::optional<int> waitingFor() const override;
@@ -96,7 +96,7 @@ private:
 
     std::string name_;
     std::function<void(const std::string&)> complain_;
-    int descriptor_;
+    InputFile input_;
     bool isEnd_ = false;  // of the file
     bool isWaiting_ = false;
     std::string partial_;  // the beginning of a line that has not ended

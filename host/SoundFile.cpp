@@ -6,12 +6,14 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 #include <utility>
 
 #include <samplerate.h>
 #include <sndfile.h>
 
 #include "host/Failures.h"
+#include "host/InputFile.h"
 #include "host/Recogniser.h"
 #include "host/TextFile.h"
 
@@ -68,17 +70,12 @@ bool claimsMoreThanItHolds(SNDFILE* file) {
 class SoundFile::Reader {
 public:
     explicit Reader(const std::string& name) {
-        if (name == "-") {
-            memory_.bytes = readFile(name);
-            SF_VIRTUAL_IO io = memoryFile();
-            file_ = sf_open_virtual(&io, SFM_READ, &info_, &memory_);
-        } else {
-            requireReadable(name);
-            file_ = sf_open(name.c_str(), SFM_READ, &info_);
+        open(name);
+        if (file_ == nullptr) {
+            std::string why = sf_strerror(nullptr);
+            if (why.ends_with('.')) why.pop_back();
+            throw BadData(shownName(name) + ": no sound file that can be read (" + why + ")");
         }
-        if (file_ == nullptr)
-            throw BadData(shownName(name) + ": no sound file that can be read (" +
-                          sf_strerror(nullptr) + ")");
         ratio_ = static_cast<double>(sampleRate) / info_.samplerate;
         int error = 0;
         if (info_.channels > 0 && src_is_valid_ratio(ratio_) != 0)
@@ -122,6 +119,18 @@ public:
     bool endedEarly() const { return endedEarly_ || (ended_ && framesRead_ < info_.frames); }
 
 private:
+    // In a pipe the sound library cannot go back: what comes through one is read to its end first.
+    void open(const std::string& name) {
+        input_.emplace(name);
+        if (name != "-" && input_->isSeekable()) {
+            file_ = sf_open_fd(input_->descriptor(), SFM_READ, &info_, SF_FALSE);
+            return;
+        }
+        memory_.bytes = input_->rest();
+        SF_VIRTUAL_IO io = memoryFile();
+        file_ = sf_open_virtual(&io, SFM_READ, &info_, &memory_);
+    }
+
     // Up to `count` samples of the file's own rate, channels averaged; 0 at the end.
     long mono(float* target, std::size_t count) {
         const auto channels = static_cast<std::size_t>(info_.channels);
@@ -150,6 +159,7 @@ private:
         return reader.mono(reader.unconverted_.data(), reader.unconverted_.size());
     }
 
+    std::optional<InputFile> input_;
     Memory memory_;
     SF_INFO info_{};
     SNDFILE* file_ = nullptr;

@@ -7,18 +7,13 @@
 #include <string>
 
 #include "PrompterCore/text/Text.h"
+#include "host/InputFile.h"
 
 namespace Varnelle {
 
 /// The bytes of the file `name`, or of standard input for "-". Throws NoInput when it is missing,
 /// a directory or unreadable.
 [[nodiscard]] std::string readFile(const std::string& name);
-
-/// `name` as messages show it: "standard input" for "-".
-[[nodiscard]] std::string shownName(const std::string& name);
-
-/// Does nothing when the file `name` can be opened for reading. Throws NoInput as readFile does.
-void requireReadable(const std::string& name);
 
 /// The text of the file `name`, a byte order mark at its start dropped. Throws NoInput as readFile
 /// does, and BadData with the line of the first byte that is not UTF-8.

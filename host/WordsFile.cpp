@@ -1,6 +1,5 @@
 #include "host/WordsFile.h"
 
-#include <cmath>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -12,6 +11,9 @@ namespace Varnelle {
 namespace {
 
 using Json = nlohmann::ordered_json;
+
+// No reading takes eleven days. A time in milliseconds or since 1970 would be waited for.
+constexpr double latestTime = 1e6;
 
 struct Broken : std::runtime_error {
     using std::runtime_error::runtime_error;
@@ -27,8 +29,8 @@ double seconds(const Json& object, const char* key) {
     const Json& value = member(object, key);
     if (!value.is_number()) throw Broken("\"" + std::string(key) + "\" is no number");
     const double number = value.get<double>();
-    if (!std::isfinite(number) || number < 0)
-        throw Broken("\"" + std::string(key) + "\" is no time");
+    if (!(number >= 0)) throw Broken("\"" + std::string(key) + "\" is no time");
+    if (number > latestTime) throw Broken("\"" + std::string(key) + "\" is not in seconds");
     return number;
 }
 

@@ -4,8 +4,8 @@
 //
 //   {"time":1.2,"keep":14,"words":[{"word":"the","start":0.9,"end":1.0}],"final":false}
 //
-// Units: seconds of the sound. "confidence" (0 to 1) may stand beside a word's times and is absent
-// when missing or null; other keys are ignored.
+// Units: seconds of the sound, a million at most. "confidence" (0 to 1) may stand beside a word's
+// times and is absent when missing or null; other keys are ignored.
 
 #include <string>
 #include <string_view>

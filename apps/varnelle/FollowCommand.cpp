@@ -1,10 +1,7 @@
 #include "apps/varnelle/FollowCommand.h"
 
-#include <cstdio>
 #include <utility>
 #include <vector>
-
-#include <fmt/format.h>
 
 #include "apps/varnelle/Output.h"
 #include "host/PocketSphinxRecogniser.h"
@@ -28,20 +25,20 @@ ExitStatus followCommand(const std::string& scriptFile, const std::optional<std:
     const Script script(readText(scriptFile));
     // A screen would be written over: what is wrong with a line is said when it is gone.
     std::vector<std::string> complaints;
-    const auto complain = [&](const std::string& why) {
+    const auto hearBroken = [&](const std::string& why) {
         if (options.display == FollowDisplay::screen) {
             complaints.push_back(why);
         } else {
-            fmt::print(stderr, "varnelle: {}\n", why);
+            complain(why);
         }
     };
     const std::unique_ptr<Listener> listener =
-        audio ? soundListener(script, *audio) : std::make_unique<WordsListener>(*words, complain);
+        audio ? soundListener(script, *audio) : std::make_unique<WordsListener>(*words, hearBroken);
     const FollowResult result = follow(script, *listener, options);
     for (const std::string& complaint : complaints) {
-        fmt::print(stderr, "varnelle: {}\n", complaint);
+        complain(complaint);
     }
-    if (result.trouble) fmt::print(stderr, "varnelle: {}\n", *result.trouble);
+    if (result.trouble) complain(*result.trouble);
     if (result.wasInterrupted) return ExitStatus::interrupted;
     return result.trouble ? ExitStatus::badData : ExitStatus::done;
 }

@@ -33,6 +33,10 @@ void Output::flush() {
     if (std::fflush(stdout) != 0) failed();
 }
 
+void complain(std::string_view why) noexcept {
+    std::fprintf(stderr, "varnelle: %.*s\n", static_cast<int>(why.size()), why.data());
+}
+
 bool isTerminal() { return isatty(STDOUT_FILENO) != 0; }
 
 std::string shown(std::string_view wellFormed) {

@@ -30,6 +30,10 @@ public:
     void flush();
 };
 
+/// `why` as a sentence of this program on standard error. Where that cannot be written, nobody
+/// listens: the exit status still tells.
+void complain(std::string_view why) noexcept;
+
 /// True when standard output is a terminal.
 [[nodiscard]] bool isTerminal();
 

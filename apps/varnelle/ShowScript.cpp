@@ -1,5 +1,6 @@
 #include "apps/varnelle/ShowScript.h"
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -23,17 +24,27 @@ std::string summary(const Script& script) {
     return ReadingTime::summary(signedCount(script.words().size()));
 }
 
-// A list of a long script is written entry by entry: as one JSON value it would take many times the
+// A list of a long script is written in pieces: as one JSON value it would take many times the
 // script's own memory.
 template <class List, class ToJson>
 void writeList(Output& output, std::string_view key, const List& list, ToJson toJson) {
+    constexpr std::size_t pieceSize = 1024;
     output.write(fmt::format("\"{}\":[", key));
+    Json piece = Json::array();
     bool isFirst = true;
-    for (const auto& entry : list) {
+    const auto writePiece = [&] {
+        if (piece.empty()) return;
         if (!isFirst) output.write(",");
         isFirst = false;
-        output.write(toJson(entry).dump());
+        const std::string written = piece.dump();
+        output.write(std::string_view(written).substr(1, written.size() - 2));  // no brackets
+        piece.clear();
+    };
+    for (const auto& entry : list) {
+        piece.push_back(toJson(entry));
+        if (piece.size() == pieceSize) writePiece();
     }
+    writePiece();
     output.write("],");
 }
 

@@ -2,13 +2,19 @@
 // in the library; what is shown is in the other files of this folder.
 
 #include <csignal>
-#include <cstdio>
+#include <cstdint>
 #include <cstdlib>
+#include <memory>
 #include <optional>
+#include <sstream>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 #include <CLI/CLI.hpp>
+#include <fcntl.h>
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include "apps/varnelle/Demo.h"
 #include "apps/varnelle/ExitStatus.h"
@@ -50,10 +56,36 @@ struct FollowArguments {
     }
 };
 
+// The list of sub-commands says what each one is for; its own help begins with its examples.
+class HelpFormatter : public CLI::Formatter {
+public:
+    std::string make_subcommand(const CLI::App* command) const override {
+        const std::string description = command->get_description();
+        std::ostringstream out;
+        CLI::detail::format_help(out, command->get_display_name(true),
+                                 description.substr(description.rfind("\n\n") + 2),
+                                 get_column_width());
+        return out.str();
+    }
+};
+
+// What is no number at all, "nan" among it, is refused as well.
+template <class Number>
+CLI::Validator numberBetween(Number least, Number most) {
+    return {[least, most](std::string& written) {
+                Number value{};
+                return CLI::detail::lexical_cast(written, value) && value >= least && value <= most
+                           ? std::string()
+                           : fmt::format("{} is no {}number from {} to {}", written,
+                                         std::is_integral_v<Number> ? "whole " : "", least, most);
+            },
+            ""};
+}
+
 void addFollowOptions(CLI::App& command, FollowArguments& arguments) {
     auto* const speed =
         command.add_option("--speed", arguments.speed, "play this many times as fast (default 1)")
-            ->check(CLI::Range(0.01, 100.0));
+            ->check(numberBetween(0.01, 100.0));
     command.add_flag("--fast", arguments.fast, "as fast as it goes")->excludes(speed);
     auto* const json = command.add_flag("--json", arguments.json, "JSON Lines on standard output");
     command.add_flag("--plain", arguments.plain, "a line for each aligned position, no screen")
@@ -61,18 +93,25 @@ void addFollowOptions(CLI::App& command, FollowArguments& arguments) {
     command
         .add_option("--frames-per-second", arguments.framesPerSecond,
                     "frames for each second of the sound")
-        ->check(CLI::Range(1.0, 1000.0))
+        ->check(numberBetween(1.0, 1000.0))
         ->capture_default_str();
     command.add_option("--width", arguments.width, "columns of a prompt line without a screen")
-        ->check(CLI::Range(1, 1'000'000))
+        ->check(numberBetween<std::int64_t>(1, 1'000'000))
         ->capture_default_str();
 }
 
 int status(ExitStatus exit) { return static_cast<int>(exit); }
 
-int failed(const std::exception& failure, ExitStatus exit) {
-    fmt::print(stderr, "varnelle: {}\n", failure.what());
+int failed(const std::string& why, ExitStatus exit) {
+    complain(why);
     return status(exit);
+}
+
+std::string whatIsWrong(const CLI::App& app, const CLI::Error& error) {
+    if (!app.get_subcommands().empty()) return error.what();
+    const std::vector<std::string> rest = app.remaining();
+    return (rest.empty() ? "a sub-command is missing" : rest.front() + " is no sub-command") +
+           "; varnelle --help shows them";
 }
 
 int run(int argc, char** argv) {
@@ -82,7 +121,9 @@ int run(int argc, char** argv) {
         "  varnelle follow talk.txt --audio talk.wav  the prompter follows a recorded reading\n"
         "  varnelle script talk.txt                   words, reading time and chapters\n"
         "  varnelle lines talk.txt --width 40         the prompt lines\n\n"
-        "A teleprompter that follows the reader's voice.");
+        "A teleprompter that follows the reader's voice.",
+        "varnelle");
+    app.formatter(std::make_shared<HelpFormatter>());
     app.footer(exitStatuses);
     app.set_version_flag("--version", "varnelle " VARNELLE_VERSION);
     app.require_subcommand(1);
@@ -144,7 +185,7 @@ int run(int argc, char** argv) {
                                              "Breaks SCRIPT into prompt lines.");
     linesApp.add_option("SCRIPT", script, "the script; - is standard input")->required();
     linesApp.add_option("--width", width, "columns of a line")
-        ->check(CLI::Range(1, 1'000'000))
+        ->check(numberBetween<std::int64_t>(1, 1'000'000))
         ->capture_default_str();
     linesApp.add_flag("--json", json, "the lines as JSON");
     linesApp.callback([&] { showLines(script, width, json); });
@@ -152,28 +193,42 @@ int run(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& success) {
-        return app.exit(success);  // help or version
+        std::ostringstream asked;  // help or version
+        app.exit(success, asked, asked);
+        Output output;
+        output.write(asked.str());
+        output.flush();
     } catch (const CLI::Error& error) {
-        return failed(error, ExitStatus::usage);
+        return failed(whatIsWrong(app, error), ExitStatus::usage);
     }
     return status(exit);
+}
+
+// A standard stream that our caller has closed stays one that fails: else the first file we open
+// would take its place.
+void holdClosedStreams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) < 0)
+            static_cast<void>(open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+    }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+    holdClosedStreams();
     // A reader of our output that goes away is noticed by the write that fails.
     std::signal(SIGPIPE, SIG_IGN);
     try {
         return run(argc, argv);
     } catch (const NoInput& failure) {
-        return failed(failure, ExitStatus::noInput);
+        return failed(failure.what(), ExitStatus::noInput);
     } catch (const BadData& failure) {
-        return failed(failure, ExitStatus::badData);
+        return failed(failure.what(), ExitStatus::badData);
     } catch (const Unavailable& failure) {
-        return failed(failure, ExitStatus::unavailable);
+        return failed(failure.what(), ExitStatus::unavailable);
     } catch (const CannotWrite& failure) {
-        return failed(failure, ExitStatus::cannotWrite);
+        return failed(failure.what(), ExitStatus::cannotWrite);
     } catch (const OutputClosed&) {
         return status(ExitStatus::done);
     }
