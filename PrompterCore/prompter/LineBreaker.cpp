@@ -28,7 +28,7 @@ public:
         }
         if (!isFilling() || !appendIfItFits(word)) {
             flush();
-            filled_.assign(static_cast<std::size_t>(indent_), ' ');
+            startLine();
             filled_ += word.text.utf8();
         }
         ++nextWord_;
@@ -67,7 +67,15 @@ private:
         firstWord_ = nextWord_;
     }
 
+    // Leaves the indentation in the buffer. It mostly stands there already, from the line before.
+    void startLine() {
+        if (indent_ != indentWritten_) filled_.assign(static_cast<std::size_t>(indent_), ' ');
+        filled_.resize(static_cast<std::size_t>(indent_));
+        indentWritten_ = indent_;
+    }
+
     bool appendIfItFits(const ScriptWord& word) {
+        require(static_cast<bool>(breaker_.measure), "the measuring function is set");
         const std::size_t before = filled_.size();
         filled_ += ' ';
         filled_ += word.text.utf8();
@@ -90,16 +98,16 @@ private:
     const LineBreaker& breaker_;
     const std::vector<ScriptWord>& words_;
     std::vector<PromptLine> lines_;
-    std::string filled_;          // the line being filled, as measured
-    std::int64_t indent_;         // of the script's line that is being laid out
-    std::int64_t firstWord_ = 0;  // of the line being filled
-    std::int64_t nextWord_ = 0;   // the word to come; firstWord_ when the line has none yet
+    std::string filled_;              // the line being filled, as measured
+    std::int64_t indent_;             // of the script's line that is being laid out
+    std::int64_t indentWritten_ = 0;  // spaces that filled_ begins with
+    std::int64_t firstWord_ = 0;      // of the line being filled
+    std::int64_t nextWord_ = 0;       // the word to come; firstWord_ when the line has none yet
 };
 
 }  // namespace
 
 std::vector<PromptLine> LineBreaker::linesFor(const Script& script) const {
-    require(static_cast<bool>(measure), "the measuring function is set");
     Filler filler(*this, script.words());
     auto heading = script.headings().begin();
     const auto placeHeadingsBefore = [&](std::size_t word) {

@@ -40,8 +40,8 @@ struct LineBreaker {
     /// those at the end. (A heading behind the last text does keep the blank lines in front of it.)
     ///
     /// `measure` is called once for each word that could go on a line already begun, with the
-    /// indentation as spaces, that line's words and this word. Stops the program unless `measure`
-    /// is set. O(n) beside what `measure` costs.
+    /// indentation as spaces, that line's words and this word. Stops the program when `measure`
+    /// is called for and not set. O(n) beside what `measure` costs.
     [[nodiscard]] std::vector<PromptLine> linesFor(const Script& script) const;
 
     /// The line whose token range holds `token`. Absent when none does: a negative token, one past

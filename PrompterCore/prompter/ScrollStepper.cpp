@@ -6,7 +6,7 @@ namespace PrompterCore {
 
 std::int64_t ScrollStepper::add(double delta) noexcept {
     const bool turned = pending != 0 && (delta > 0) != (pending > 0);
-    const double total = turned ? delta : delta + pending;
+    const double total = delta + (turned ? 0.0 : pending);
     const std::int64_t steps = truncatedTowardZero(total / threshold);
     pending = total - threshold * static_cast<double>(steps);
     return steps;

@@ -1,6 +1,5 @@
 #include "PrompterCore/script/ReadingTime.h"
 
-#include "PrompterCore/support/Rounding.h"
 #include "PrompterCore/text/Separator.h"
 
 namespace PrompterCore::ReadingTime {
@@ -9,8 +8,10 @@ namespace {
 
 std::string time(std::int64_t words) {
     if (words < wordsPerMinute) return "under a minute aloud";
-    const std::int64_t minutes =
-        roundedToNearest(static_cast<double>(words) / static_cast<double>(wordsPerMinute));
+    // To the nearest minute, halves up. In whole numbers, since a double is not exact for all of
+    // them.
+    const std::int64_t rest = words % wordsPerMinute;
+    const std::int64_t minutes = words / wordsPerMinute + (2 * rest >= wordsPerMinute ? 1 : 0);
     if (minutes == 1) return "about a minute aloud";
     return "about " + std::to_string(minutes) + " minutes aloud";
 }

@@ -12,6 +12,7 @@
 #include "PrompterCore/script/SpokenForms.h"
 #include "PrompterCore/support/Integers.h"
 #include "PrompterCore/text/CharacterClasses.h"
+#include "PrompterCore/text/Trims.h"
 #include "PrompterCore/text/Utf8.h"
 
 namespace PrompterCore {
@@ -147,7 +148,8 @@ private:
         std::int64_t end = at;
         while (end < characters_.count() && !characters_.isLineBreak(end))
             ++end;
-        const std::string_view title = trimmed(CharacterRange(at, end));
+        const std::string_view title =
+            trimmedOfWhiteSpace(characters_.slice(CharacterRange(at, end)));
         if (title.empty()) return std::nullopt;
         contents_.headings.push_back({.title = Text(WellFormed{title}),
                                       .sourceRange = CharacterRange(start, end),
@@ -155,17 +157,6 @@ private:
                                       .firstToken = signedCount(contents_.tokens.size()),
                                       .breaksBefore = std::exchange(breaks_, 0)});
         return end;
-    }
-
-    // Without white space at the ends.
-    std::string_view trimmed(CharacterRange range) const noexcept {
-        std::int64_t from = range.lower();
-        std::int64_t to = range.upper();
-        while (from < to && characters_.isWhiteSpace(from))
-            ++from;
-        while (from < to && characters_.isWhiteSpace(to - 1))
-            --to;
-        return characters_.slice(CharacterRange(from, to));
     }
 
     // Adds the words from `start` to the end of the line, which is given.

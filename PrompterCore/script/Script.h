@@ -60,8 +60,8 @@ struct ScriptHeading {
 
 /// A stretch of the text in UTF-16 code units.
 struct Utf16Range {
-    std::int64_t location = 0;
-    std::int64_t length = 0;
+    std::int64_t location = 0;  ///< code units before it
+    std::int64_t length = 0;    ///< code units
 
     friend bool operator==(const Utf16Range&, const Utf16Range&) = default;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-// Where each character of a text starts, in UTF-16 code units, as a random-access list.
+// Where each character of a text starts, in UTF-16 code units: a list with access in O(1).
 //
 //   Utf16Offsets offsets(Characters(Text("a\U0001F600b")));
 //   offsets[2];                          // 3: the emoji takes two units
@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <utility>
 #include <vector>
 
 #include "PrompterCore/support/Integers.h"
@@ -26,6 +27,19 @@ public:
     /// O(n).
     explicit Utf16Offsets(const Characters& characters);
 
+    // What was moved from is that of the empty text, never a count without its table.
+    Utf16Offsets(const Utf16Offsets&) = default;
+    Utf16Offsets(Utf16Offsets&& other) noexcept
+        : characters_(std::exchange(other.characters_, 0)),
+          offsets_(std::exchange(other.offsets_, {})) {}
+    Utf16Offsets& operator=(Utf16Offsets other) noexcept {
+        characters_ = other.characters_;
+        offsets_ = std::move(other.offsets_);
+        return *this;
+    }
+    ~Utf16Offsets() = default;
+
+    /// The number of entries: one more than there are characters.
     [[nodiscard]] std::int64_t count() const noexcept {
         return offsets_.empty() ? characters_ + 1 : signedCount(offsets_.size());
     }

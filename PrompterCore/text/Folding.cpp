@@ -74,10 +74,12 @@ bool isFoldedAway(char32_t codePoint) noexcept {
 
 Text folded(const Text& text) {
     if (Utf8::isAscii(text.utf8())) return text;
+    const std::optional<std::string> ordered = UnicodeLibrary::withOrderedMarks(text.utf8());
     UErrorCode status = U_ZERO_ERROR;
     const icu::UnicodeString decomposed =
         normalizer(icu::Normalizer2::getNFDInstance)
-            .normalize(icu::UnicodeString::fromUTF8(piece(text.utf8())), status);
+            .normalize(icu::UnicodeString::fromUTF8(piece(ordered ? *ordered : text.utf8())),
+                       status);
     icu::UnicodeString kept;
     for (std::int32_t i = 0; i < decomposed.length();) {
         const UChar32 c = decomposed.char32At(i);

@@ -44,16 +44,18 @@ bool staysBelowCombining(std::string_view bytes) {
 
 bool isComposed(std::string_view bytes) {
     if (staysBelowCombining(bytes)) return true;
+    if (UnicodeLibrary::withOrderedMarks(bytes)) return false;
     UErrorCode status = U_ZERO_ERROR;
     return nfc().isNormalizedUTF8(piece(bytes), status) != 0 && U_SUCCESS(status);
 }
 
 std::string composedForm(std::string_view bytes) {
     if (isComposed(bytes)) return std::string(bytes);
+    const std::optional<std::string> ordered = UnicodeLibrary::withOrderedMarks(bytes);
     std::string result;
     icu::StringByteSink<std::string> sink(&result);
     UErrorCode status = U_ZERO_ERROR;
-    nfc().normalizeUTF8(0, piece(bytes), sink, nullptr, status);
+    nfc().normalizeUTF8(0, piece(ordered ? *ordered : bytes), sink, nullptr, status);
     require(U_SUCCESS(status), "a well-formed text can be normalised");
     return result;
 }

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include <unicode/normalizer2.h>
@@ -28,5 +30,10 @@ inline icu::StringPiece piece(std::string_view bytes) {
             "a text that is normalised or lower-cased has less than 2 GB");
     return {bytes.data(), static_cast<std::int32_t>(bytes.size())};
 }
+
+/// `bytes`, well-formed, with every long run of combining marks in canonical order; the canonical
+/// equivalent of what was given. Absent when they all stand in order already. The library sorts
+/// marks by insertion, which a run of thousands would make quadratic. O(n).
+[[nodiscard]] std::optional<std::string> withOrderedMarks(std::string_view bytes);
 
 }  // namespace PrompterCore::UnicodeLibrary

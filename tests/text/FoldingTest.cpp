@@ -1,9 +1,11 @@
+#include <functional>
 #include <string>
 
 #include <unicode/locid.h>
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <unicode/uscript.h>
 
 #include "PrompterCore/text/Folding.h"
 #include "tests/support/Generators.h"
@@ -27,6 +29,44 @@ void expectFolded(const Case (&cases)[n]) {
         EXPECT_EQ(folded(text).utf8(), Text(expected).composed().utf8());
         EXPECT_EQ(folded(Text(text).composed()).utf8(), Text(expected).composed().utf8());
     }
+}
+
+// Whatever is dropped, in whatever version of Unicode, is of these scripts.
+TEST(Folding, DropsNoMarkOfAnotherScript) {
+    for (UChar32 c = 0; c <= 0x10FFFF; ++c) {
+        if (!isFoldedAway(static_cast<char32_t>(c))) continue;
+        if (u_hasBinaryProperty(c, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0) continue;
+        const auto has = [c](UScriptCode script) { return uscript_hasScript(c, script) != 0; };
+        EXPECT_TRUE(has(USCRIPT_INHERITED) || has(USCRIPT_LATIN) || has(USCRIPT_GREEK) ||
+                    has(USCRIPT_CYRILLIC) || has(USCRIPT_HEBREW) || has(USCRIPT_ARABIC))
+            << std::hex << c;
+        const int combiningClass = u_getCombiningClass(c);
+        EXPECT_FALSE(combiningClass >= 7 && combiningClass <= 9) << std::hex << c;
+    }
+}
+
+TEST(Folding, TheEdgesOfTheSetAreChosen) {
+    EXPECT_TRUE(isFoldedAway(U'\u065F')) << "the wavy hamza composes with no letter";
+    EXPECT_FALSE(isFoldedAway(U'\u0654')) << "the hamza above does";
+    EXPECT_TRUE(isFoldedAway(U'\u0951')) << "a Vedic stress sign that Latin shares";
+    EXPECT_FALSE(isFoldedAway(U'\u1CD0')) << "one that it does not";
+}
+
+// The Unicode library's own sorting would need minutes for these.
+TEST(Folding, LongRunsOfMarksInDisorderTakeLinearTime) {
+    std::string disorder = "\u0915";
+    std::string order = disorder;
+    constexpr int pairs = 100'000;
+    for (int i = 0; i < pairs; ++i)
+        disorder += "\u094D\u093C";  // a virama, a nukta: classes 9 and 7
+    for (int i = 0; i < pairs; ++i)
+        order += "\u093C";
+    for (int i = 0; i < pairs; ++i)
+        order += "\u094D";
+    EXPECT_EQ(Text(disorder), Text(order));
+    EXPECT_EQ(std::hash<Text>()(Text(disorder)), std::hash<Text>()(Text(order)));
+    EXPECT_EQ(folded(disorder).utf8(), folded(order).utf8());
+    EXPECT_NE(Text(disorder), Text(order + "\u094D"));
 }
 
 TEST(Folding, LatinLettersLoseTheirAccents) {
