@@ -68,8 +68,7 @@ std::string Measure::summary() const {
     return fmt::format(
         "{} positions were aligned, each {:.2f} s after its word had ended (median)\n"
         "what was shown was {:.1f} words from what was being spoken (median)\n"
-        "the line being read was under the eye line, give or take half a line, {:.1f} % of the "
-        "time",
+        "the eye line was within one line of the word being spoken {:.1f} % of the time",
         alignedCount(), medianDelay(), medianDistance(), 100 * shareInPlace());
 }
 

@@ -31,6 +31,9 @@ constexpr const char* exitStatuses =
     "Exit status: 0 done, 2 wrong usage, 65 bad data, 66 no such input, 69 device or service\n"
     "missing, 74 output cannot be written, 130 interrupted.";
 
+// The pace of a reading that nobody watches on a screen, unless the arguments say it.
+enum class Unseen { inTime, asFastAsItGoes };
+
 struct FollowArguments {
     std::string script;
     std::optional<std::string> audio;
@@ -42,7 +45,7 @@ struct FollowArguments {
     double framesPerSecond = 30;
     std::int64_t width = 40;
 
-    FollowOptions options(bool fastUnlessShown) const {
+    FollowOptions options(Unseen unseen) const {
         const bool onScreen = !json && !plain && isTerminal();
         FollowOptions options{.display = json       ? FollowDisplay::json
                                          : onScreen ? FollowDisplay::screen
@@ -51,7 +54,8 @@ struct FollowArguments {
                               .speed = speed.value_or(1),
                               .framesPerSecond = framesPerSecond,
                               .width = static_cast<double>(width)};
-        if (fast || (fastUnlessShown && !onScreen && !speed)) options.speed = std::nullopt;
+        if (fast || (unseen == Unseen::asFastAsItGoes && !onScreen && !speed))
+            options.speed = std::nullopt;
         return options;
     }
 };
@@ -151,7 +155,8 @@ int run(int argc, char** argv) {
             throw CLI::ValidationError("follow", "--audio or --words says what to follow");
         if (follow.script == "-" && (follow.audio == "-" || follow.words == "-"))
             throw CLI::ValidationError("follow", "only one thing can be read from standard input");
-        exit = followCommand(follow.script, follow.audio, follow.words, follow.options(false));
+        exit = followCommand(follow.script, follow.audio, follow.words,
+                             follow.options(Unseen::inTime));
     });
 
     FollowArguments shown;
@@ -163,7 +168,7 @@ int run(int argc, char** argv) {
         "Follows the sample that comes with the program and says what it measured. Without a\n"
         "terminal to show it on it goes as fast as it can.");
     addFollowOptions(demoApp, shown);
-    demoApp.callback([&] { exit = demo(shown.options(true)); });
+    demoApp.callback([&] { exit = demo(shown.options(Unseen::asFastAsItGoes)); });
 
     std::string script;
     bool json = false;
