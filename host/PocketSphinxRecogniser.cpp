@@ -55,11 +55,13 @@ public:
         const MemoryFile dictionaryFile(dictionary);
         const MemoryFile languageFile(languageModel);
         configuration_ = cmd_ln_init(
-            nullptr, ps_args(), TRUE, "-hmm", model.acousticFolder().c_str(), "-dict",
-            dictionaryFile.path().c_str(), "-lm", languageFile.path().c_str(), "-remove_silence",
-            "no",                                 // times would drift with every pause
-            "-fwdflat", "no", "-bestpath", "no",  // second passes change words after the fact
-            "-pl_window", "0",                    // looking ahead costs 20 ms and saves little
+            nullptr, ps_args(), TRUE,                //
+            "-hmm", model.acousticFolder().c_str(),  //
+            "-dict", dictionaryFile.path().c_str(),  //
+            "-lm", languageFile.path().c_str(),      //
+            "-remove_silence", "no",                 // times would drift with every pause
+            "-fwdflat", "no", "-bestpath", "no",     // second passes change words after the fact
+            "-pl_window", "0",                       // looking ahead costs 20 ms and saves little
             "-lw", "9.0",  // trust the script more than the default 6.5: half the errors in noise
             nullptr);
         decoder_ = configuration_ != nullptr ? ps_init(configuration_) : nullptr;

@@ -29,7 +29,7 @@ struct PocketSphinxSettings {
     std::int64_t commonWordCount = 5000;  ///< words beside the script's
     double backgroundMass = 0.5;          ///< 0 to 1, the common words' share; see LanguageModel
     /// After so many seconds of sound the next pause settles the words, so that memory does not
-    /// grow with the reading (it takes 7 MB a minute).
+    /// grow with the reading (it takes 1 MB a minute).
     double settleAfter = 180;
     /// Without any pause they are settled after so many seconds, which may cost a word.
     double settleAnyway = 900;
