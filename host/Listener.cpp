@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "PrompterCore/audio/AudioLevel.h"
+#include "host/Failures.h"
 #include "host/WordsFile.h"
 
 namespace Varnelle {
@@ -83,12 +84,9 @@ std::optional<std::string> WordsListener::trouble() const {
 void WordsListener::read() {
     std::array<char, 1 << 14> buffer{};
     const ssize_t got = ::read(input_.descriptor(), buffer.data(), buffer.size());
-    if (got < 0 && errno == EINTR) return;
-    if (got < 0) {
-        ++brokenLines_;
-        complain_(name_ + ": " + std::strerror(errno));
-    }
-    isEnd_ = got <= 0;
+    if (got < 0 && (errno == EINTR || errno == EAGAIN)) return;
+    if (got < 0) throw NoInput(name_ + ": " + std::strerror(errno));
+    isEnd_ = got == 0;
     std::size_t to = partial_.size();  // nothing before ends a line
     if (!isEnd_) partial_.append(buffer.data(), static_cast<std::size_t>(got));
     std::size_t from = 0;

@@ -81,7 +81,7 @@ private:
 class WordsListener : public Listener {
 public:
     /// `complain` is called at once with a sentence about each broken line, which is passed over.
-    /// Throws NoInput when the file cannot be read.
+    /// Throws NoInput when the file cannot be read, as `until` does when that shows later.
     WordsListener(const std::string& name, std::function<void(const std::string&)> complain);
 
     std::vector<Heard> until(double time) override;
