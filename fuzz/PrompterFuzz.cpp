@@ -25,6 +25,7 @@
 #include "PrompterCore/support/Integers.h"
 #include "PrompterCore/support/Require.h"
 #include "PrompterCore/text/Utf8.h"
+#include "fuzz/Bytes.h"
 #include "tests/reference/PlainLineBreaker.h"
 #include "tests/reference/PlainPrompter.h"
 
@@ -33,31 +34,6 @@ using namespace PrompterCore;
 namespace {
 
 using Lines = std::vector<PromptLine>;
-
-class Bytes {
-public:
-    explicit Bytes(std::span<const std::uint8_t> bytes) : rest_(bytes) {}
-
-    std::uint8_t next() {
-        if (rest_.empty()) return 0;
-        const std::uint8_t byte = rest_.front();
-        rest_ = rest_.subspan(1);
-        return byte;
-    }
-
-    std::span<const std::uint8_t> take(std::size_t count) {
-        const auto taken = rest_.first(std::min(count, rest_.size()));
-        rest_ = rest_.subspan(taken.size());
-        return taken;
-    }
-
-    bool isEmpty() const { return rest_.empty(); }
-
-    std::string text() const { return std::string(rest_.begin(), rest_.end()); }
-
-private:
-    std::span<const std::uint8_t> rest_;
-};
 
 // Small numbers, and both ends of what there is.
 std::int64_t number(std::uint8_t byte) {

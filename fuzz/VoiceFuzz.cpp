@@ -9,9 +9,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
-#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,51 +19,13 @@
 #include "PrompterCore/voice/ScrollModel.h"
 #include "PrompterCore/voice/VoiceAligner.h"
 #include "PrompterCore/voice/WordSimilarity.h"
+#include "fuzz/Bytes.h"
 #include "tests/reference/PlainAligner.h"
 #include "tests/reference/PlainScrollModel.h"
 
 using namespace PrompterCore;
 
 namespace {
-
-class Bytes {
-public:
-    explicit Bytes(std::span<const std::uint8_t> bytes) : rest_(bytes) {}
-
-    std::uint8_t next() {
-        if (rest_.empty()) return 0;
-        const std::uint8_t byte = rest_.front();
-        rest_ = rest_.subspan(1);
-        return byte;
-    }
-
-    bool isEmpty() const { return rest_.empty(); }
-
-    // The bytes up to FF, which goes with them; not more than `limit`, for the twin is slow.
-    std::string text(std::size_t limit) {
-        std::string result;
-        while (!isEmpty()) {
-            const std::uint8_t byte = next();
-            if (byte == 0xFF) break;
-            if (result.size() < limit) result.push_back(static_cast<char>(byte));
-        }
-        return result;
-    }
-
-    // Around nought in steps of an eighth; the ends of the byte are the odd numbers.
-    double number() {
-        const auto byte = static_cast<std::int8_t>(next());
-        if (byte == 127) return std::numeric_limits<double>::infinity();
-        if (byte == -127) return -std::numeric_limits<double>::infinity();
-        if (byte == -128) return std::numeric_limits<double>::quiet_NaN();
-        return byte / 8.0;
-    }
-
-    std::int64_t count() { return static_cast<std::int8_t>(next()); }
-
-private:
-    std::span<const std::uint8_t> rest_;
-};
 
 bool sameNumber(double a, double b) {
     if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
@@ -97,7 +57,7 @@ ScrollConfig scrollConfig(Bytes& bytes) {
 }
 
 std::vector<Text> heardWords(Bytes& bytes) {
-    const std::string all = bytes.text(200);
+    const std::string all = bytes.textUpToFF(200);
     std::vector<Text> words;
     for (std::size_t from = 0; from <= all.size();) {
         const std::size_t to = std::min(all.find('|', from), all.size());
@@ -140,7 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const AlignerConfig config = alignerConfig(bytes);
     ScrollModel model(scrollConfig(bytes));
     Plain::PlainScrollModel plain{model.config()};
-    VoiceAligner aligner(Script(Text(bytes.text(400))), config);
+    VoiceAligner aligner(Script(Text(bytes.textUpToFF(400))), config);
     double now = 0.0;
     while (!bytes.isEmpty()) {
         const std::uint8_t call = bytes.next();
