@@ -37,7 +37,7 @@ struct PocketSphinxSettings {
 
 class PocketSphinxRecogniser final : public Recogniser {
 public:
-    /// Listens for `tokens`, in their order, which may be none. Takes a fifth of a second, and more
+    /// Listens for `tokens`, in their order, which may be none. Takes a tenth of a second, and more
     /// for very long scripts. Throws Unavailable when the model is missing.
     explicit PocketSphinxRecogniser(std::span<const PrompterCore::Text> tokens,
                                     const PocketSphinxSettings& settings = {});

@@ -45,7 +45,8 @@ constexpr std::array<Sample, 11> all = {
            "还有一点点钱。\n\n"},
     Sample{"Emoji",
            "# 🎬 Take one\n"
-           "👋🏽 Hi all 🎉🎉 we ❤️ this 👨‍👩‍👧‍👦 so much 😀😃😄 and "
+           "👋🏽 Hi all 🎉🎉 we ❤️ this 👨‍👩‍👧‍👦 so much 😀😃😄 "
+           "and "
            "🇫🇷🇯🇵 "
            "too "
            "👍🏻👍🏿 "

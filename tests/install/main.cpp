@@ -13,9 +13,9 @@ using namespace PrompterCore;
 
 int main() {
     const Script script("# Intro\nDon't stop.");
-    const LineBreaker breaker{
-        .width = 20,
-        .measure = [](std::string_view text) { return static_cast<double>(text.size()); }};
+    const LineBreaker breaker{.width = 20, .measure = [](std::string_view text) {
+                                  return static_cast<double>(text.size());
+                              }};
     const auto lines = breaker.linesFor(script);
     std::cout << ReadingTime::summary(static_cast<std::int64_t>(script.words().size())) << '\n';
     return lines.size() == 2 && script.tokens().size() == 3 ? 0 : 1;
