@@ -388,7 +388,7 @@ TEST(SpeechModel, AMissingFileIsNamedWithItsPackage) {
 }
 
 TEST(SpeechModel, ABrokenFileIsASentenceToo) {
-    for (const char* file : {"en-us/means", "en-us.lm.bin", "cmudict-en-us.dict"}) {
+    for (const char* file : {"en-us/feat.params", "en-us.lm.bin", "cmudict-en-us.dict"}) {
         const ModelCopy model;
         model.replace(file, "");
         EXPECT_NE(model.failure().find("pocketsphinx-en-us"), std::string::npos) << file;
