@@ -31,6 +31,12 @@ constexpr const char* exitStatuses =
     "Exit status: 0 done, 2 wrong usage, 65 bad data, 66 no such input, 69 device or service\n"
     "missing, 74 output cannot be written, 130 interrupted.";
 
+// NO_COLOR counts when it says anything at all.
+bool wantsColour() {
+    const char* const refused = std::getenv("NO_COLOR");
+    return refused == nullptr || *refused == '\0';
+}
+
 // The pace of a reading that nobody watches on a screen, unless the arguments say it.
 enum class Unseen { inTime, asFastAsItGoes };
 
@@ -50,7 +56,7 @@ struct FollowArguments {
         FollowOptions options{.display = json       ? FollowDisplay::json
                                          : onScreen ? FollowDisplay::screen
                                                     : FollowDisplay::lines,
-                              .colour = std::getenv("NO_COLOR") == nullptr,
+                              .colour = wantsColour(),
                               .speed = speed.value_or(1),
                               .framesPerSecond = framesPerSecond,
                               .width = static_cast<double>(width)};
