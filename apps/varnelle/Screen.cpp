@@ -9,6 +9,7 @@
 
 #include <curses.h>
 #include <langinfo.h>
+#include <termcap.h>
 #include <unistd.h>
 
 #include "PrompterCore/text/Columns.h"
@@ -143,7 +144,9 @@ public:
             input = keys_.get();
             if (input == nullptr) throw Unavailable("there is no terminal to read keys from");
         }
-        screen_ = newterm(nullptr, stdout, input);
+        // Asked for beforehand, since newterm loses memory over a terminal that it does not know.
+        const bool isKnown = tgetent(nullptr, terminalName().c_str()) == 1;
+        screen_ = isKnown ? newterm(nullptr, stdout, input) : nullptr;
         if (screen_ == nullptr)
             throw Unavailable("the terminal \"" + terminalName() + "\" (TERM) is unknown here");
         if (tigetstr("cup") == nullptr) {

@@ -76,6 +76,8 @@ TEST(WordsFile, ABrokenLineSaysWhatIsWrong) {
         {R"({"time":"1"})", "\"time\" is no number"},
         {R"({"time":true})", "\"time\" is no number"},
         {R"({"time":-1})", "\"time\" is no time"},
+        {R"({"time":1000000.5})", "\"time\" is not in seconds"},
+        {R"({"time":1700000000})", "\"time\" is not in seconds"},
         {R"({"time":1})", "\"keep\" is missing"},
         {R"({"time":1,"keep":1.5})", "\"keep\" is no count of words"},
         {R"({"time":1,"keep":-1})", "\"keep\" is no count of words"},
