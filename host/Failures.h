@@ -29,4 +29,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Something cannot be written, as on a full disk. The message says what. Exit status 74.
+class CannotWrite : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 }  // namespace Varnelle

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "apps/varnelle/TerminalText.h"
+#include "host/Failures.h"
 
 namespace Varnelle {
 

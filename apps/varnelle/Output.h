@@ -5,7 +5,7 @@
 //   Output output;
 //   output.line("158 words");   // throws OutputClosed once the reader of a pipe has gone
 
-#include <stdexcept>
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -13,12 +13,6 @@ namespace Varnelle {
 
 /// Whoever read our output has gone. That is their choice: the command ends quietly.
 class OutputClosed : public std::exception {};
-
-/// The output cannot be written, as on a full disk.
-class CannotWrite : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// Buffered: what must be seen at once is flushed.
 class Output {
