@@ -16,20 +16,50 @@
 
 namespace Varnelle {
 
-SoundListener::SoundListener(SoundFile sound, std::unique_ptr<Recogniser> recogniser,
-                             std::string name)
-    : sound_(std::move(sound)), recogniser_(std::move(recogniser)), name_(std::move(name)) {}
+SoundListener::SoundListener(std::unique_ptr<SoundSource> sound,
+                             std::unique_ptr<Recogniser> recogniser)
+    : sound_(std::move(sound)),
+      resampler_(sound_->sampleRate(), recogniserRate),
+      recogniser_(std::move(recogniser)) {}
 
-double SoundListener::endTime() const { return static_cast<double>(samplesHeard_) / sampleRate; }
+double SoundListener::endTime() const {
+    return static_cast<double>(samplesHeard_) / recogniserRate;
+}
+
+std::optional<int> SoundListener::waitingFor() const {
+    return isWaiting_ ? sound_->waitingFor() : std::nullopt;
+}
+
+// True when a block can be heard, which is a short one at the end only.
+bool SoundListener::hasBlock() {
+    isWaiting_ = false;
+    while (pending_.size() < blockSize && !soundEnded_) {
+        const std::vector<float> samples = sound_->read();
+        soundEnded_ = sound_->hasEnded();
+        isWaiting_ = samples.empty() && !soundEnded_;
+        if (isWaiting_) return false;
+        const auto append = [&](const std::vector<float>& more) {
+            pending_.insert(pending_.end(), more.begin(), more.end());
+        };
+        append(resampler_.convert(samples));
+        if (soundEnded_) append(resampler_.finish());
+    }
+    return true;
+}
 
 std::vector<Heard> SoundListener::until(double time) {
     std::vector<Heard> heard;
     const auto append = [&](std::vector<WordsUpdate> updates) {
         std::move(updates.begin(), updates.end(), std::back_inserter(heard));
     };
-    while (!ended_ && static_cast<double>(samplesHeard_ + static_cast<std::int64_t>(blockSize)) <=
-                          time * sampleRate) {
-        const std::vector<float> block = sound_.next(blockSize);
+    while (!ended_ &&
+           static_cast<double>(samplesHeard_ + static_cast<std::int64_t>(blockSize)) <=
+               time * recogniserRate &&
+           hasBlock()) {
+        const auto end =
+            pending_.begin() + static_cast<std::ptrdiff_t>(std::min(blockSize, pending_.size()));
+        const std::vector<float> block(pending_.begin(), end);
+        pending_.erase(pending_.begin(), end);
         samplesHeard_ += static_cast<std::int64_t>(block.size());
         if (!block.empty()) {
             heard.emplace_back(SoundLevel{endTime(), PrompterCore::AudioLevel::meter(block)});
@@ -41,12 +71,6 @@ std::vector<Heard> SoundListener::until(double time) {
         }
     }
     return heard;
-}
-
-std::optional<std::string> SoundListener::trouble() const {
-    if (!sound_.endedEarly()) return std::nullopt;
-    return name_ + ": the sound breaks off after " + std::to_string(std::lround(endTime())) +
-           " seconds, before the end that the file announces";
 }
 
 WordsListener::WordsListener(const std::string& name,

@@ -6,7 +6,7 @@
 //
 // Units: seconds on the sound's clock.
 //
-//   SoundListener listener(SoundFile("talk.flac"), std::move(recogniser));
+//   SoundListener listener(std::make_unique<SoundFileSource>("talk.flac"), std::move(recogniser));
 //   for (const Heard& heard : listener.until(0.5)) ...
 
 #include <deque>
@@ -20,7 +20,8 @@
 #include "host/HeardWords.h"
 #include "host/InputFile.h"
 #include "host/Recogniser.h"
-#include "host/SoundFile.h"
+#include "host/Resampler.h"
+#include "host/SoundSource.h"
 
 namespace Varnelle {
 
@@ -59,20 +60,26 @@ public:
 /// Sound, through a recogniser.
 class SoundListener : public Listener {
 public:
-    static constexpr std::size_t blockSize = 320;  ///< samples: 20 ms, for one level
+    static constexpr std::size_t blockSize = 320;  ///< recogniser's samples: 20 ms, for one level
 
-    SoundListener(SoundFile sound, std::unique_ptr<Recogniser> recogniser, std::string name);
+    SoundListener(std::unique_ptr<SoundSource> sound, std::unique_ptr<Recogniser> recogniser);
 
     std::vector<Heard> until(double time) override;
+    [[nodiscard]] std::optional<int> waitingFor() const override;
     [[nodiscard]] bool hasEnded() const override { return ended_; }
     [[nodiscard]] double endTime() const override;
-    [[nodiscard]] std::optional<std::string> trouble() const override;
+    [[nodiscard]] std::optional<std::string> trouble() const override { return sound_->trouble(); }
 
 private:
-    SoundFile sound_;
+    bool hasBlock();
+
+    std::unique_ptr<SoundSource> sound_;
+    Resampler resampler_;
     std::unique_ptr<Recogniser> recogniser_;
-    std::string name_;
-    std::int64_t samplesHeard_ = 0;
+    std::deque<float> pending_;      // read, and still to be heard
+    std::int64_t samplesHeard_ = 0;  // by the recogniser
+    bool isWaiting_ = false;
+    bool soundEnded_ = false;
     bool ended_ = false;
 };
 

@@ -25,7 +25,7 @@ constexpr double pause = 0.8;            // seconds without a word that end an u
 constexpr double tolerance = 0.05;       // seconds that a published word may be off
 constexpr double worthTelling = 0.15;    // seconds off that are published by themselves
 
-double seconds(std::int64_t samples) { return static_cast<double>(samples) / sampleRate; }
+double seconds(std::int64_t samples) { return static_cast<double>(samples) / recogniserRate; }
 
 std::int16_t toSixteenBits(float sample) {
     if (!(std::abs(sample) <= 1)) sample = std::isnan(sample) ? 0.0F : std::copysign(1.0F, sample);

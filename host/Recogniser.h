@@ -17,7 +17,7 @@
 
 namespace Varnelle {
 
-inline constexpr int sampleRate = 16000;  ///< samples/s that every recogniser is given
+inline constexpr int recogniserRate = 16000;  ///< samples/s that every recogniser is given
 
 /// Hears one sound from its beginning to its end. Owns no clock and no thread: the words depend
 /// on the samples alone, not on how they are cut into calls.

@@ -5,19 +5,19 @@
 
 #include "apps/varnelle/Output.h"
 #include "host/PocketSphinxRecogniser.h"
-#include "host/SoundFile.h"
+#include "host/SoundFileSource.h"
 #include "host/TextFile.h"
 
 namespace Varnelle {
 
 std::unique_ptr<Listener> soundListener(const Script& script, const std::string& name) {
-    SoundFile sound(name);
+    auto sound = std::make_unique<SoundFileSource>(name);
     std::vector<Text> tokens;
     for (const ScriptToken& token : script.tokens()) {
         tokens.push_back(token.text);
     }
-    return std::make_unique<SoundListener>(
-        std::move(sound), std::make_unique<PocketSphinxRecogniser>(tokens), shownName(name));
+    return std::make_unique<SoundListener>(std::move(sound),
+                                           std::make_unique<PocketSphinxRecogniser>(tokens));
 }
 
 ExitStatus followCommand(const std::string& scriptFile, const std::optional<std::string>& audio,

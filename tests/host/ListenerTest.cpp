@@ -1,5 +1,8 @@
 #include <limits>
+#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -7,6 +10,7 @@
 
 #include "host/Failures.h"
 #include "host/Listener.h"
+#include "host/SoundFileSource.h"
 #include "tests/host/TemporaryFile.h"
 #include "tests/support/Printing.h"
 
@@ -120,7 +124,7 @@ public:
         count_ += samples.size();
         std::vector<WordsUpdate> updates;
         for (; count_ >= (published_ + 1) * 1000; ++published_) {
-            updates.push_back({.time = static_cast<double>(count_) / sampleRate,
+            updates.push_back({.time = static_cast<double>(count_) / recogniserRate,
                                .keep = static_cast<std::int64_t>(published_),
                                .words = {{.word = "word", .start = 0, .end = 0, .confidence = {}}},
                                .final = false});
@@ -128,7 +132,7 @@ public:
         return updates;
     }
     std::vector<WordsUpdate> finish() override {
-        return {{.time = static_cast<double>(count_) / sampleRate,
+        return {{.time = static_cast<double>(count_) / recogniserRate,
                  .keep = static_cast<std::int64_t>(published_),
                  .words = {},
                  .final = true}};
@@ -142,8 +146,10 @@ private:
 const std::string sample = VARNELLE_SAMPLE_DIRECTORY "/sample.flac";
 
 TEST(SoundListener, HearsTheSameAtAnySpeed) {
-    SoundListener atOnce(SoundFile(sample), std::make_unique<CountingRecogniser>(), "sample");
-    SoundListener frameByFrame(SoundFile(sample), std::make_unique<CountingRecogniser>(), "sample");
+    SoundListener atOnce(std::make_unique<SoundFileSource>(sample),
+                         std::make_unique<CountingRecogniser>());
+    SoundListener frameByFrame(std::make_unique<SoundFileSource>(sample),
+                               std::make_unique<CountingRecogniser>());
     const std::vector<Heard> all = atOnce.until(ever);
     std::vector<Heard> pieces;
     for (int frame = 0; !frameByFrame.hasEnded(); ++frame) {
@@ -157,8 +163,43 @@ TEST(SoundListener, HearsTheSameAtAnySpeed) {
     EXPECT_EQ(atOnce.trouble(), std::nullopt);
 }
 
+// Gives what it is told to, and ends when it is told so.
+class ToldSource : public SoundSource {
+public:
+    double rate = 48000;
+    std::vector<float> there;  // to be read next
+    bool ended = false;
+
+    double sampleRate() const override { return rate; }
+    std::vector<float> read() override { return std::exchange(there, {}); }
+    std::optional<int> waitingFor() const override {
+        return there.empty() && !ended ? std::optional(7) : std::nullopt;
+    }
+    bool hasEnded() const override { return ended && there.empty(); }
+};
+
+TEST(SoundListener, HearsWhatIsThereAndSaysWhatItWaitsFor) {
+    auto owned = std::make_unique<ToldSource>();
+    ToldSource& source = *owned;
+    SoundListener listener(std::move(owned), std::make_unique<CountingRecogniser>());
+    EXPECT_TRUE(listener.until(1).empty());
+    EXPECT_EQ(listener.waitingFor(), 7);
+    source.there.assign(4800, 0.5F);
+    EXPECT_GE(listener.until(1).size(), 4U) << "a tenth of a second, but for the resampler's delay";
+    EXPECT_EQ(listener.waitingFor(), 7);
+    EXPECT_FALSE(listener.hasEnded());
+    source.there.assign(4800, 0.5F);
+    EXPECT_TRUE(listener.until(0).empty()) << "its time has not come";
+    EXPECT_EQ(listener.waitingFor(), std::nullopt) << "everything up to then is known";
+    source.ended = true;
+    static_cast<void>(listener.until(1));
+    EXPECT_TRUE(listener.hasEnded());
+    EXPECT_NEAR(listener.endTime(), 0.2, 0.001);
+}
+
 TEST(SoundListener, NothingIsHeardBeforeItsTime) {
-    SoundListener listener(SoundFile(sample), std::make_unique<CountingRecogniser>(), "sample");
+    SoundListener listener(std::make_unique<SoundFileSource>(sample),
+                           std::make_unique<CountingRecogniser>());
     double last = 0;
     for (int frame = 0; frame < 300; ++frame) {
         const double now = frame / 30.0;

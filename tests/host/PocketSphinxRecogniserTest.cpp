@@ -18,10 +18,10 @@
 #include "PrompterCore/script/SpokenForms.h"
 #include "host/Failures.h"
 #include "host/PocketSphinxRecogniser.h"
-#include "host/SoundFile.h"
 #include "host/TextFile.h"
 #include "host/WordsFile.h"
 #include "tests/host/EditDistance.h"
+#include "tests/host/Sound.h"
 #include "tests/support/Printing.h"
 
 namespace Varnelle {
@@ -41,7 +41,7 @@ std::vector<Text> sampleTokens() {
 
 // The first `seconds` of the sample, or all of it.
 std::vector<float> sampleSound(double seconds = 1000) {
-    return SoundFile(samplePath + ".flac").next(static_cast<std::size_t>(seconds * sampleRate));
+    return Tests::recognisersSound(samplePath + ".flac", seconds);
 }
 
 // The words as they were spoken, with their true times.
@@ -214,13 +214,13 @@ TEST(PocketSphinxRecogniser, ContractionsAreHeardAsTheyAreSaid) {
 
 TEST(PocketSphinxRecogniser, SilenceHoldsNoWords) {
     PocketSphinxRecogniser recogniser(sampleTokens());
-    const std::vector<float> silence(5 * sampleRate, 0.0F);
+    const std::vector<float> silence(5 * recogniserRate, 0.0F);
     EXPECT_EQ(updatesOf(recogniser, silence, 800),
               (std::vector<WordsUpdate>{{.time = 5, .keep = 0, .words = {}, .final = true}}));
 }
 
 TEST(PocketSphinxRecogniser, SpeechIsHeardAfterALongSilence) {
-    std::vector<float> sound(10 * sampleRate, 0.0F);
+    std::vector<float> sound(10 * recogniserRate, 0.0F);
     const std::vector<float> speech = sampleSound(8);
     sound.insert(sound.end(), speech.begin(), speech.end());
     PocketSphinxRecogniser recogniser(sampleTokens());
@@ -235,7 +235,7 @@ TEST(PocketSphinxRecogniser, AnySamplesAreTaken) {
     constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
     constexpr float infinite = std::numeric_limits<float>::infinity();
     std::mt19937 random(7);
-    std::vector<float> noise(3 * sampleRate);
+    std::vector<float> noise(3 * recogniserRate);
     for (float& sample : noise) {
         sample = static_cast<float>(random()) / static_cast<float>(std::mt19937::max()) * 2 - 1;
     }
@@ -267,7 +267,7 @@ TEST(PocketSphinxRecogniser, AnEmptySoundEndsAtOnce) {
         EXPECT_TRUE(recogniser.hear({}).empty());
         const auto updates = updatesOf(recogniser, std::vector<float>(samples), 800);
         EXPECT_EQ(updates,
-                  (std::vector<WordsUpdate>{{.time = static_cast<double>(samples) / sampleRate,
+                  (std::vector<WordsUpdate>{{.time = static_cast<double>(samples) / recogniserRate,
                                              .keep = 0,
                                              .words = {},
                                              .final = true}}));

@@ -19,10 +19,10 @@
 #include "PrompterCore/prompter/LineBreaker.h"
 #include "PrompterCore/text/Columns.h"
 #include "host/ReadThrough.h"
-#include "host/SoundFile.h"
 #include "host/TextFile.h"
 #include "host/Tuning.h"
 #include "host/WordsFile.h"
+#include "tests/host/Sound.h"
 #include "tests/host/TemporaryFile.h"
 #include "tests/varnelle/RunCommand.h"
 
@@ -125,8 +125,7 @@ std::string wordsLine(double time, int keep, const std::string& word) {
 
 // The first seconds of the sample as a whole sound of its own.
 std::string soundOf(double seconds) {
-    std::vector<float> samples =
-        SoundFile(sampleSound).next(static_cast<std::size_t>(seconds * 16000));
+    const std::vector<float> samples = recognisersSound(sampleSound, seconds);
     std::string bytes;
     const auto number = [&bytes](std::uint32_t value, int size) {
         for (; size > 0; --size, value >>= 8U)

@@ -11,13 +11,14 @@
 
 #include "PrompterCore/audio/AudioLevel.h"
 #include "host/Failures.h"
-#include "host/Recogniser.h"
-#include "host/SoundFile.h"
+#include "host/SoundFileSource.h"
+#include "tests/host/Sound.h"
 #include "tests/host/TemporaryFile.h"
 
 namespace Varnelle {
 namespace {
 
+using Tests::restOf;
 using Tests::TemporaryFile;
 
 // A sine of half the full scale, the same on every channel.
@@ -41,61 +42,50 @@ std::string sineFile(int rate, int channels, double seconds, int format) {
     return {std::istreambuf_iterator<char>(written), {}};
 }
 
-std::vector<float> allOf(SoundFile& sound, std::size_t step) {
-    std::vector<float> samples;
-    while (true) {
-        const std::vector<float> next = sound.next(step);
-        samples.insert(samples.end(), next.begin(), next.end());
-        if (next.size() < step) return samples;
-    }
-}
-
-TEST(SoundFile, AnyRateAndChannelCountBecomesMonoAtTheRecognisersRate) {
+TEST(SoundFileSource, AnyRateAndChannelCountBecomesMonoAtItsOwnRate) {
     for (const int rate : {8000, 16000, 22050, 44100, 48000, 96000}) {
         for (const int channels : {1, 2, 6}) {
             SCOPED_TRACE(std::to_string(rate) + " Hz, " + std::to_string(channels) + " channels");
             const TemporaryFile file(sineFile(rate, channels, 1, SF_FORMAT_WAV | SF_FORMAT_PCM_16));
-            SoundFile sound(file.name());
+            SoundFileSource sound(file.name());
+            EXPECT_EQ(sound.sampleRate(), rate);
             EXPECT_NEAR(sound.duration(), 1, 0.001);
-            const std::vector<float> samples = allOf(sound, 800);
-            EXPECT_NEAR(static_cast<double>(samples.size()), sampleRate, 40);
-            EXPECT_FALSE(sound.endedEarly());
-            const std::vector<float> middle(samples.begin() + 4000, samples.begin() + 12000);
-            EXPECT_NEAR(PrompterCore::AudioLevel::meter(middle), 1 - 9.03 / 60, 0.005)
+            EXPECT_EQ(sound.waitingFor(), std::nullopt);
+            const std::vector<float> samples = restOf(sound);
+            EXPECT_EQ(static_cast<int>(samples.size()), rate);
+            EXPECT_EQ(sound.trouble(), std::nullopt);
+            EXPECT_NEAR(PrompterCore::AudioLevel::meter(samples), 1 - 9.03 / 60, 0.005)
                 << "a sine of half the full scale is at -9.03 dBFS";
         }
     }
 }
 
-TEST(SoundFile, TheSamplesDoNotDependOnTheStep) {
-    const TemporaryFile file(sineFile(44100, 2, 0.5, SF_FORMAT_FLAC | SF_FORMAT_PCM_16));
-    SoundFile once(file.name());
-    SoundFile inSteps(file.name());
-    EXPECT_EQ(allOf(once, 1 << 20), allOf(inSteps, 321));
+TEST(SoundFileSource, BehindTheEndThereIsNothing) {
+    const TemporaryFile file(sineFile(16000, 1, 0.512, SF_FORMAT_WAV | SF_FORMAT_PCM_16));
+    SoundFileSource sound(file.name());
+    EXPECT_FALSE(sound.hasEnded());
+    EXPECT_EQ(restOf(sound).size(), 2 * SoundFileSource::blockSize);
+    EXPECT_TRUE(sound.read().empty());
+    EXPECT_TRUE(sound.hasEnded());
 }
 
-TEST(SoundFile, BehindTheEndThereIsNothing) {
-    const TemporaryFile file(sineFile(16000, 1, 0.1, SF_FORMAT_WAV | SF_FORMAT_PCM_16));
-    SoundFile sound(file.name());
-    EXPECT_EQ(sound.next(2000).size(), 1600U);
-    EXPECT_TRUE(sound.next(2000).empty());
-    EXPECT_TRUE(sound.next(2000).empty());
-}
-
-TEST(SoundFile, ASoundThatBreaksOffIsReadAsFarAsItGoes) {
+TEST(SoundFileSource, ASoundThatBreaksOffIsReadAsFarAsItGoes) {
     for (const int format : {SF_FORMAT_WAV, SF_FORMAT_FLAC}) {
         SCOPED_TRACE(format);
         const std::string whole = sineFile(16000, 1, 4, format | SF_FORMAT_PCM_16);
         const TemporaryFile file(whole.substr(0, whole.size() / 2));
-        SoundFile sound(file.name());
-        const std::vector<float> samples = allOf(sound, 1600);
+        SoundFileSource sound(file.name());
+        const std::vector<float> samples = restOf(sound);
         EXPECT_GT(samples.size(), 10'000U);
         EXPECT_LT(samples.size(), 60'000U);
-        EXPECT_TRUE(sound.endedEarly());
+        const long heard = std::lround(static_cast<double>(samples.size()) / 16000);
+        EXPECT_EQ(sound.trouble(), file.name() + ": the sound breaks off after " +
+                                       std::to_string(heard) +
+                                       " seconds, before the end that the file announces");
     }
 }
 
-TEST(SoundFile, SamplesThatAreNoNumbersAreSilence) {
+TEST(SoundFileSource, SamplesThatAreNoNumbersAreSilence) {
     const TemporaryFile file("");
     SF_INFO info{};
     info.samplerate = 16000;
@@ -106,17 +96,17 @@ TEST(SoundFile, SamplesThatAreNoNumbersAreSilence) {
                              std::numeric_limits<float>::infinity(), -0.5F};
     sf_write_float(out, samples, 4);
     sf_close(out);
-    SoundFile sound(file.name());
-    EXPECT_EQ(sound.next(4), (std::vector<float>{0.5F, 0, 0, -0.5F}));
+    SoundFileSource sound(file.name());
+    EXPECT_EQ(sound.read(), (std::vector<float>{0.5F, 0, 0, -0.5F}));
 }
 
-TEST(SoundFile, WhatIsNoSoundIsRefused) {
+TEST(SoundFileSource, WhatIsNoSoundIsRefused) {
     const TemporaryFile text("# One\nHello");
-    EXPECT_THROW(SoundFile{text.name()}, BadData);
+    EXPECT_THROW(SoundFileSource{text.name()}, BadData);
     const TemporaryFile empty("");
-    EXPECT_THROW(SoundFile{empty.name()}, BadData);
-    EXPECT_THROW(SoundFile{"/no/such/file"}, NoInput);
-    EXPECT_THROW(SoundFile{"/"}, NoInput);
+    EXPECT_THROW(SoundFileSource{empty.name()}, BadData);
+    EXPECT_THROW(SoundFileSource{"/no/such/file"}, NoInput);
+    EXPECT_THROW(SoundFileSource{"/"}, NoInput);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "host/SoundFile.h"
+#include "host/SoundFileSource.h"
 
 #include <algorithm>
 #include <array>
@@ -9,13 +9,12 @@
 #include <optional>
 #include <utility>
 
-#include <samplerate.h>
 #include <sndfile.h>
 
 #include "host/Failures.h"
 #include "host/InputFile.h"
 #include "host/Recogniser.h"
-#include "host/TextFile.h"
+#include "host/Resampler.h"
 
 namespace Varnelle {
 
@@ -67,23 +66,18 @@ bool claimsMoreThanItHolds(SNDFILE* file) {
 
 }  // namespace
 
-class SoundFile::Reader {
+class SoundFileSource::Reader {
 public:
-    explicit Reader(const std::string& name) {
+    explicit Reader(const std::string& name) : name_(shownName(name)) {
         open(name);
         if (file_ == nullptr) {
             std::string why = sf_strerror(nullptr);
             if (why.ends_with('.')) why.pop_back();
-            throw BadData(shownName(name) + ": no sound file that can be read (" + why + ")");
+            throw BadData(name_ + ": no sound file that can be read (" + why + ")");
         }
-        ratio_ = static_cast<double>(sampleRate) / info_.samplerate;
-        int error = 0;
-        if (info_.channels > 0 && src_is_valid_ratio(ratio_) != 0)
-            converter_ =
-                src_callback_new(&Reader::supply, SRC_SINC_MEDIUM_QUALITY, 1, &error, this);
-        if (converter_ == nullptr) {
+        if (info_.channels <= 0 || !Resampler::converts(info_.samplerate, recogniserRate)) {
             sf_close(file_);
-            throw BadData(shownName(name) + ": a sound of " + std::to_string(info_.samplerate) +
+            throw BadData(name_ + ": a sound of " + std::to_string(info_.samplerate) +
                           " samples a second cannot be converted");
         }
         endedEarly_ = claimsMoreThanItHolds(file_);
@@ -91,32 +85,40 @@ public:
 
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
+    ~Reader() { sf_close(file_); }
 
-    ~Reader() {
-        src_delete(converter_);
-        sf_close(file_);
+    double sampleRate() const { return info_.samplerate; }
+
+    std::vector<float> read() {
+        const auto channels = static_cast<std::size_t>(info_.channels);
+        interleaved_.resize(blockSize * channels);
+        const sf_count_t got = sf_readf_float(file_, interleaved_.data(), blockSize);
+        framesRead_ += std::max<sf_count_t>(got, 0);
+        ended_ = got < static_cast<sf_count_t>(blockSize);
+        std::vector<float> samples(static_cast<std::size_t>(std::max<sf_count_t>(got, 0)));
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            float sum = 0;
+            for (std::size_t c = 0; c < channels; ++c) {
+                sum += interleaved_[i * channels + c];
+            }
+            const float sample = sum / static_cast<float>(channels);
+            samples[i] = std::isfinite(sample) ? sample : 0.0F;
+        }
+        return samples;
     }
 
-    std::vector<float> next(std::size_t count) {
-        std::vector<float> samples(count);
-        std::size_t have = 0;
-        while (have < count) {
-            const long got =
-                ratio_ == 1 ? mono(samples.data() + have, count - have)
-                            : src_callback_read(converter_, ratio_, static_cast<long>(count - have),
-                                                samples.data() + have);
-            if (got <= 0) break;
-            have += static_cast<std::size_t>(got);
-        }
-        samples.resize(have);
-        return samples;
+    bool hasEnded() const { return ended_; }
+
+    std::optional<std::string> trouble() const {
+        if (!ended_ || (!endedEarly_ && framesRead_ >= info_.frames)) return std::nullopt;
+        return name_ + ": the sound breaks off after " +
+               std::to_string(std::lround(static_cast<double>(framesRead_) / info_.samplerate)) +
+               " seconds, before the end that the file announces";
     }
 
     double duration() const {
         return static_cast<double>(info_.frames) / static_cast<double>(info_.samplerate);
     }
-
-    bool endedEarly() const { return endedEarly_ || (ended_ && framesRead_ < info_.frames); }
 
 private:
     // In a pipe the sound library cannot go back: what comes through one is read to its end first.
@@ -131,54 +133,25 @@ private:
         file_ = sf_open_virtual(&io, SFM_READ, &info_, &memory_);
     }
 
-    // Up to `count` samples of the file's own rate, channels averaged; 0 at the end.
-    long mono(float* target, std::size_t count) {
-        const auto channels = static_cast<std::size_t>(info_.channels);
-        interleaved_.resize(count * channels);
-        const sf_count_t got =
-            sf_readf_float(file_, interleaved_.data(), static_cast<sf_count_t>(count));
-        if (got <= 0) {
-            ended_ = true;
-            return 0;
-        }
-        framesRead_ += got;
-        for (std::size_t i = 0; i < static_cast<std::size_t>(got); ++i) {
-            float sum = 0;
-            for (std::size_t c = 0; c < channels; ++c) {
-                sum += interleaved_[i * channels + c];
-            }
-            const float sample = sum / static_cast<float>(channels);
-            target[i] = std::isfinite(sample) ? sample : 0.0F;
-        }
-        return static_cast<long>(got);
-    }
-
-    static long supply(void* self, float** data) {
-        Reader& reader = *static_cast<Reader*>(self);
-        *data = reader.unconverted_.data();
-        return reader.mono(reader.unconverted_.data(), reader.unconverted_.size());
-    }
-
+    std::string name_;  // as messages show it
     std::optional<InputFile> input_;
     Memory memory_;
     SF_INFO info_{};
     SNDFILE* file_ = nullptr;
-    SRC_STATE* converter_ = nullptr;
-    double ratio_ = 1;
     std::vector<float> interleaved_;
-    std::array<float, 4096> unconverted_{};
     sf_count_t framesRead_ = 0;
     bool ended_ = false;
     bool endedEarly_ = false;
 };
 
-SoundFile::SoundFile(const std::string& name) : reader_(std::make_unique<Reader>(name)) {}
-SoundFile::SoundFile(SoundFile&&) noexcept = default;
-SoundFile& SoundFile::operator=(SoundFile&&) noexcept = default;
-SoundFile::~SoundFile() = default;
+SoundFileSource::SoundFileSource(const std::string& name)
+    : reader_(std::make_unique<Reader>(name)) {}
+SoundFileSource::~SoundFileSource() = default;
 
-std::vector<float> SoundFile::next(std::size_t count) { return reader_->next(count); }
-double SoundFile::duration() const { return reader_->duration(); }
-bool SoundFile::endedEarly() const { return reader_->endedEarly(); }
+double SoundFileSource::sampleRate() const { return reader_->sampleRate(); }
+std::vector<float> SoundFileSource::read() { return reader_->read(); }
+bool SoundFileSource::hasEnded() const { return reader_->hasEnded(); }
+std::optional<std::string> SoundFileSource::trouble() const { return reader_->trouble(); }
+double SoundFileSource::duration() const { return reader_->duration(); }
 
 }  // namespace Varnelle
