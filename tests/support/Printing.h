@@ -16,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include "PrompterCore/audio/ClapDetector.h"
 #include "PrompterCore/prompter/PromptChapters.h"
 #include "PrompterCore/prompter/PromptLine.h"
 #include "PrompterCore/script/Script.h"
@@ -140,6 +141,11 @@ inline std::ostream& operator<<(std::ostream& out, const PromptChapter& chapter)
     return Tests::printRecord(out, "PromptChapter", "index", chapter.index, "title", chapter.title,
                               "firstToken", chapter.firstToken, "lineCount", chapter.lineCount,
                               "startsAt", chapter.startsAt);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ClapGesture& gesture) {
+    return Tests::printRecord(out, "ClapGesture", "count", gesture.count, "firstClap",
+                              gesture.firstClap, "lastClap", gesture.lastClap);
 }
 
 inline std::ostream& operator<<(std::ostream& out, const Alignment& alignment) {
