@@ -1,0 +1,69 @@
+#pragma once
+
+// Files that come into being: none of them is ever written over another one, and what cannot be
+// written says why.
+//
+//   NewFileName name("Takes", "Talk");
+//   name.chooseFree();                                    // "Talk", or "Talk 2" where that is
+//   taken File file = createFile(name.withEnding(".part")); file.write("..."); file.sync();
+//   giveName(name.withEnding(".part"), name, ".m4a");     // Takes/Talk.m4a
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Varnelle {
+
+/// A file that is open for reading and writing, closed at its end of life.
+class File {
+public:
+    explicit File(int descriptor, std::filesystem::path name) noexcept
+        : descriptor_(descriptor), name_(std::move(name)) {}
+    File(File&& other) noexcept;
+    File& operator=(File&& other) noexcept;
+    ~File();
+
+    [[nodiscard]] int descriptor() const noexcept { return descriptor_; }
+    /// Throws CannotWrite when not all of it can be written; a part of it may be.
+    void write(std::string_view bytes) const;
+    /// Waits until what was written would survive a power failure. Throws CannotWrite when it
+    /// would not.
+    void sync() const;
+
+private:
+    int descriptor_;  // -1 when moved from
+    std::filesystem::path name_;
+};
+
+/// Throws CannotWrite when it cannot be made, as when there is such a file.
+[[nodiscard]] File createFile(const std::filesystem::path& name);
+/// Absent when there is such a file. Throws CannotWrite when it cannot be made for another reason.
+[[nodiscard]] std::optional<File> createFileUnlessTaken(const std::filesystem::path& name);
+/// Absent when there is no such file or it may not be changed.
+[[nodiscard]] std::optional<File> openFile(const std::filesystem::path& name);
+
+/// A name without an ending, and a number from 2 on where it is taken.
+class NewFileName {
+public:
+    NewFileName(std::filesystem::path folder, std::string stem);
+
+    /// Counts on until no file in the folder has this name, whatever its ending.
+    void chooseFree();
+    /// Counts on by one.
+    void next() noexcept { ++number_; }
+    [[nodiscard]] std::filesystem::path withEnding(std::string_view ending) const;
+
+private:
+    std::filesystem::path folder_;
+    std::string stem_;
+    std::int64_t number_ = 1;
+};
+
+/// Renames `file` to `name` with `ending`, or with the next number that is free, and returns what
+/// it is called now. Throws CannotWrite when that fails; then it keeps its name.
+std::filesystem::path giveName(const std::filesystem::path& file, NewFileName name,
+                               std::string_view ending);
+
+}  // namespace Varnelle
