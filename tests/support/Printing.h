@@ -23,6 +23,11 @@
 #include "PrompterCore/script/ScriptChapters.h"
 #include "PrompterCore/support/IndexRange.h"
 #include "PrompterCore/support/Required.h"
+#include "PrompterCore/takes/ChapterMark.h"
+#include "PrompterCore/takes/ControllerStatus.h"
+#include "PrompterCore/takes/StorageFolder.h"
+#include "PrompterCore/takes/TakeBarLayout.h"
+#include "PrompterCore/takes/TakeBarMode.h"
 #include "PrompterCore/text/Characters.h"
 #include "PrompterCore/text/Text.h"
 #include "PrompterCore/text/Utf8.h"
@@ -146,6 +151,32 @@ inline std::ostream& operator<<(std::ostream& out, const PromptChapter& chapter)
 inline std::ostream& operator<<(std::ostream& out, const ClapGesture& gesture) {
     return Tests::printRecord(out, "ClapGesture", "count", gesture.count, "firstClap",
                               gesture.firstClap, "lastClap", gesture.lastClap);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ChapterMark& mark) {
+    return Tests::printRecord(out, "ChapterMark", "title", mark.title, "seconds", mark.seconds);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ControllerStatus& status) {
+    return out << "ControllerStatus(" << status.label() << ')';
+}
+
+inline std::ostream& operator<<(std::ostream& out, const TakeBarMode& mode) {
+    mode.visit([&](TakeBarMode::CountingDown left) { out << "countingDown " << left.seconds; },
+               [&](TakeBarMode::Rest) { out << "rest"; },
+               [&](TakeBarMode::Preparing) { out << "preparing"; },
+               [&](TakeBarMode::Recording) { out << "recording"; },
+               [&](TakeBarMode::Practising) { out << "practising"; });
+    return out;
+}
+
+inline std::ostream& operator<<(std::ostream& out, const TakeBarLayout& layout) {
+    return Tests::printRecord(out, "TakeBarLayout", "density", caseName(layout.density), "width",
+                              layout.width);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const StorageFolder& folder) {
+    return Tests::printRecord(out, "StorageFolder", "name", folder.name());
 }
 
 inline std::ostream& operator<<(std::ostream& out, const Alignment& alignment) {

@@ -1,0 +1,84 @@
+#include "PrompterCore/takes/RecordingName.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+
+#include "PrompterCore/support/IndexRange.h"
+#include "PrompterCore/text/Characters.h"
+#include "PrompterCore/text/Dates.h"
+#include "PrompterCore/text/Locale.h"
+#include "PrompterCore/text/Patterns.h"
+#include "PrompterCore/text/Trims.h"
+#include "PrompterCore/text/Utf8.h"
+
+namespace PrompterCore::RecordingName {
+
+namespace {
+
+constexpr std::string_view stamp = "yyyy-MM-dd 'at' HH.mm.ss";
+constexpr std::string_view stampAtEnd = " \\d{4}-\\d{2}-\\d{2} at \\d{2}\\.\\d{2}\\.\\d{2}$";
+
+// General category Cc.
+constexpr bool isControl(char32_t c) noexcept { return c < 0x20 || (c >= 0x7F && c < 0xA0); }
+
+constexpr bool isForbidden(char32_t c) noexcept {
+    return isControl(c) ||
+           (c < 0x80 &&
+            std::string_view("/\\:?%*|\"<>").find(static_cast<char>(c)) != std::string_view::npos);
+}
+
+// By code points: a slash parts a path even where a mark stands on it.
+std::string withoutForbidden(std::string_view bytes) {
+    std::string result;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t start = at;
+        if (isForbidden(Utf8::next(bytes, at))) {
+            result += ' ';
+        } else {
+            result += bytes.substr(start, at - start);
+        }
+    }
+    return result;
+}
+
+std::string withSingleSpaces(const Characters& characters) {
+    std::string result;
+    bool isBetweenWords = false;
+    for (const Character character : characters) {
+        if (character.isWhiteSpace()) {
+            isBetweenWords = !result.empty();
+            continue;
+        }
+        if (isBetweenWords) result += ' ';
+        isBetweenWords = false;
+        result += character.utf8();
+    }
+    return result;
+}
+
+}  // namespace
+
+Text safe(const Text& name) {
+    const Characters cleaned(withSingleSpaces(Characters(withoutForbidden(name.utf8()))));
+    const CharacterRange kept(0, std::min(cleaned.count(), longestName));
+    return trimmedOfWhiteSpace(cleaned.slice(kept));
+}
+
+Text file(const std::optional<Text>& script, std::chrono::system_clock::time_point moment,
+          const TimeZone& timeZone, Kind kind) {
+    const Text title = script ? safe(*script) : Text();
+    std::string name = title.isEmpty() ? "Prompter" : title.utf8();
+    name += ' ' + Dates::formatted(moment, stamp, Locale::fixed(), timeZone) + '.';
+    return name.append(fileExtension(kind));
+}
+
+bool isAutomatic(const Text& name) { return Patterns::containsMatch(name, stampAtEnd); }
+
+std::optional<Text> renamed(const Text& name, const Text& extension) {
+    const Text cleaned = safe(name);
+    if (cleaned.isEmpty()) return std::nullopt;
+    return cleaned.utf8() + '.' + extension.utf8();
+}
+
+}  // namespace PrompterCore::RecordingName
