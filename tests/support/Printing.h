@@ -16,9 +16,14 @@
 
 #include <gtest/gtest.h>
 
+#include "PrompterCore/audio/AudioInput.h"
 #include "PrompterCore/audio/ClapDetector.h"
+#include "PrompterCore/devices/CameraSource.h"
+#include "PrompterCore/devices/ControllerPlacement.h"
+#include "PrompterCore/devices/DisplayTarget.h"
 #include "PrompterCore/prompter/PromptChapters.h"
 #include "PrompterCore/prompter/PromptLine.h"
+#include "PrompterCore/prompter/ReadingProgress.h"
 #include "PrompterCore/script/Script.h"
 #include "PrompterCore/script/ScriptChapters.h"
 #include "PrompterCore/support/IndexRange.h"
@@ -140,6 +145,35 @@ inline std::ostream& operator<<(std::ostream& out, const PromptLine& line) {
     return Tests::printRecord(out, "PromptLine", "text", line.text, "tokenRange", line.tokenRange,
                               "wordRange", line.wordRange, "indent", line.indent, "heading",
                               line.heading);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ReadingProgress& progress) {
+    return Tests::printRecord(out, "ReadingProgress", "paragraph", progress.paragraph, "line",
+                              progress.line, "lineCount", progress.lineCount, "paragraphLine",
+                              progress.paragraphLine, "paragraphLineCount",
+                              progress.paragraphLineCount, "fraction", progress.fraction);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const AudioInput& input) {
+    return Tests::printRecord(out, "AudioInput", "id", input.id, "name", input.name, "isDefault",
+                              input.isDefault);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const CameraSource& camera) {
+    return Tests::printRecord(out, "CameraSource", "id", camera.id, "name", camera.name,
+                              "isDefault", camera.isDefault, "isContinuity", camera.isContinuity);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const DisplayTarget& display) {
+    return Tests::printRecord(out, "DisplayTarget", "id", display.id, "name", display.name, "width",
+                              display.width, "height", display.height, "isBuiltin",
+                              display.isBuiltin, "vendorID", display.vendorID, "modelID",
+                              display.modelID);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ControllerPlacement& placement) {
+    return Tests::printRecord(out, "ControllerPlacement", "screen", placement.screen,
+                              "sharesPrompterScreen", placement.sharesPrompterScreen);
 }
 
 inline std::ostream& operator<<(std::ostream& out, const PromptChapter& chapter) {
