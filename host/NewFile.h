@@ -4,8 +4,10 @@
 // written says why.
 //
 //   NewFileName name("Takes", "Talk");
-//   name.chooseFree();                                    // "Talk", or "Talk 2" where that is
-//   taken File file = createFile(name.withEnding(".part")); file.write("..."); file.sync();
+//   name.chooseFree();                              // "Talk", or "Talk 2" where that is taken
+//   File file = createFile(name.withEnding(".part"));
+//   file.write("...");
+//   file.sync();
 //   giveName(name.withEnding(".part"), name, ".m4a");     // Takes/Talk.m4a
 
 #include <cstdint>
