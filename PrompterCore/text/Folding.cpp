@@ -47,6 +47,13 @@ void appendOrdinaryWidth(icu::UnicodeString& result, UChar32 c) {
     }
 }
 
+std::string asciiLowercased(std::string text) {
+    for (char& c : text) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return text;
+}
+
 }  // namespace
 
 bool isFoldedAway(char32_t codePoint) noexcept {
@@ -98,18 +105,31 @@ Text folded(const Text& text) {
 }
 
 Text lowercased(const Text& text) {
+    if (Utf8::isAscii(text.utf8())) return asciiLowercased(text.utf8());
     std::string result;
-    if (Utf8::isAscii(text.utf8())) {
-        result = text.utf8();
-        for (char& c : result) {
-            if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-        }
-        return result;
-    }
     icu::StringByteSink<std::string> sink(&result);
     UErrorCode status = U_ZERO_ERROR;
     icu::CaseMap::utf8ToLower("", 0, piece(text.utf8()), sink, nullptr, status);
     require(U_SUCCESS(status), "a well-formed text can be lower-cased");
+    return result;
+}
+
+Text caseFolded(const Text& text, LetterI letterI) {
+    const bool dotless = letterI == LetterI::dotless;
+    if (!dotless && Utf8::isAscii(text.utf8())) return asciiLowercased(text.utf8());
+    // Decomposed, an I with a dot would be a dotless one that carries a dot.
+    const icu::Normalizer2& form =
+        normalizer(dotless ? icu::Normalizer2::getNFCInstance : icu::Normalizer2::getNFDInstance);
+    const std::optional<std::string> ordered = UnicodeLibrary::withOrderedMarks(text.utf8());
+    std::string normalized;
+    icu::StringByteSink<std::string> normalizedSink(&normalized);
+    UErrorCode status = U_ZERO_ERROR;
+    form.normalizeUTF8(0, piece(ordered ? *ordered : text.utf8()), normalizedSink, nullptr, status);
+    std::string result;
+    icu::StringByteSink<std::string> sink(&result);
+    icu::CaseMap::utf8Fold(dotless ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT,
+                           piece(normalized), sink, nullptr, status);
+    require(U_SUCCESS(status), "a well-formed text can be case-folded");
     return result;
 }
 

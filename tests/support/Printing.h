@@ -21,6 +21,9 @@
 #include "PrompterCore/devices/CameraSource.h"
 #include "PrompterCore/devices/ControllerPlacement.h"
 #include "PrompterCore/devices/DisplayTarget.h"
+#include "PrompterCore/library/LineDiff.h"
+#include "PrompterCore/library/OpenSections.h"
+#include "PrompterCore/library/ScriptItem.h"
 #include "PrompterCore/prompter/PromptChapters.h"
 #include "PrompterCore/prompter/PromptLine.h"
 #include "PrompterCore/prompter/ReadingProgress.h"
@@ -216,6 +219,26 @@ inline std::ostream& operator<<(std::ostream& out, const StorageFolder& folder) 
 inline std::ostream& operator<<(std::ostream& out, const Alignment& alignment) {
     return Tests::printRecord(out, "Alignment", "tokenIndex", alignment.tokenIndex, "confidence",
                               alignment.confidence);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ScriptItem& item) {
+    return Tests::printRecord(out, "ScriptItem", "id", item.id, "name", item.name, "kind",
+                              caseName(item.kind), "children", item.children);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const DiffSegment& segment) {
+    return Tests::printRecord(out, "DiffSegment", "text", segment.text, "operation",
+                              caseName(segment.operation));
+}
+
+inline std::ostream& operator<<(std::ostream& out, const DiffLine& line) {
+    return Tests::printRecord(out, "DiffLine", "id", line.id, "change", caseName(line.change),
+                              "segments", line.segments);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const DiffSummary& summary) {
+    return Tests::printRecord(out, "DiffSummary", "added", summary.added, "removed",
+                              summary.removed);
 }
 
 }  // namespace PrompterCore

@@ -1,0 +1,54 @@
+#include "PrompterCore/library/WordDiff.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "PrompterCore/library/LCS.h"
+#include "PrompterCore/text/Characters.h"
+
+namespace PrompterCore::WordDiff {
+
+namespace {
+
+std::vector<Text> words(const Text& text) {
+    std::vector<Text> result;
+    const Characters characters(text);
+    const std::int64_t count = characters.count();
+    std::int64_t start = 0;
+    for (std::int64_t i = 0; i <= count; ++i) {
+        if (i < count && !characters[i].isWhiteSpace()) continue;
+        if (i > start) {
+            result.emplace_back(WellFormed{characters.slice(CharacterRange(start, i))});
+        }
+        start = i + 1;
+    }
+    return result;
+}
+
+// One stretch of words with the same operation, before it is a text.
+struct Run {
+    std::string words;
+    DiffOperation operation;
+};
+
+}  // namespace
+
+std::vector<DiffSegment> between(const Text& before, const Text& after) {
+    std::vector<Run> runs;
+    for (const auto& [word, operation] : LCS::diff(words(before), words(after))) {
+        if (runs.empty() || runs.back().operation != operation) {
+            runs.push_back({word.utf8(), operation});
+        } else {
+            runs.back().words.append(" ").append(word.utf8());
+        }
+    }
+    std::vector<DiffSegment> segments;
+    segments.reserve(runs.size());
+    for (const Run& run : runs) {
+        segments.push_back({Text(run.words), run.operation});
+    }
+    return segments;
+}
+
+}  // namespace PrompterCore::WordDiff

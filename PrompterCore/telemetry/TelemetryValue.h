@@ -1,0 +1,53 @@
+#pragma once
+
+// What an event's property may hold: never a free text, never an exact number.
+//
+//   TelemetryValue::bucket("under_1").visit([](const auto& value) { ... });
+
+#include <utility>
+#include <variant>
+
+#include "PrompterCore/text/Text.h"
+
+namespace PrompterCore {
+
+/// A yes or no, a name out of a closed set, or a coarse range.
+class TelemetryValue {
+public:
+    struct Flag {
+        bool isSet = false;
+        friend bool operator==(const Flag&, const Flag&) = default;
+    };
+    struct Name {
+        Text name;  ///< a raw value, such as that of a TelemetryTier
+        friend bool operator==(const Name&, const Name&) = default;
+    };
+    struct Bucket {
+        Text label;  ///< one of TelemetryBucket's
+        friend bool operator==(const Bucket&, const Bucket&) = default;
+    };
+
+    [[nodiscard]] static TelemetryValue flag(bool isSet) { return TelemetryValue(Flag{isSet}); }
+    [[nodiscard]] static TelemetryValue name(Text name) {
+        return TelemetryValue(Name{std::move(name)});
+    }
+    [[nodiscard]] static TelemetryValue bucket(Text label) {
+        return TelemetryValue(Bucket{std::move(label)});
+    }
+
+    /// Calls `visitor` with the payload: a Flag, a Name or a Bucket.
+    template <class Visitor>
+    decltype(auto) visit(Visitor&& visitor) const {
+        return std::visit(std::forward<Visitor>(visitor), value_);
+    }
+
+    friend bool operator==(const TelemetryValue&, const TelemetryValue&) = default;
+
+private:
+    using Value = std::variant<Flag, Name, Bucket>;
+    explicit TelemetryValue(Value value) : value_(std::move(value)) {}
+
+    Value value_;
+};
+
+}  // namespace PrompterCore
