@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "PrompterCore/support/Overloaded.h"
 #include "PrompterCore/text/Text.h"
 
 namespace PrompterCore {
@@ -62,10 +63,10 @@ public:
         return std::holds_alternative<Installed>(state_);
     }
 
-    /// Calls `visitor` with the payload: Partial, Installed or Missing.
-    template <class Visitor>
-    decltype(auto) visit(Visitor&& visitor) const {
-        return std::visit(std::forward<Visitor>(visitor), state_);
+    /// Calls the one of `cases` that takes what this is: Partial, Installed or Missing.
+    template <class... Cases>
+    decltype(auto) visit(Cases&&... cases) const {
+        return std::visit(Overloaded{std::forward<Cases>(cases)...}, state_);
     }
 
     friend bool operator==(const ModelInstallState&, const ModelInstallState&) = default;

@@ -13,6 +13,7 @@
 #include <variant>
 #include <vector>
 
+#include "PrompterCore/support/Overloaded.h"
 #include "PrompterCore/text/Text.h"
 
 namespace PrompterCore {
@@ -38,10 +39,11 @@ public:
     /// The text. Null when the value is of another type.
     [[nodiscard]] const Text* text() const noexcept { return std::get_if<Text>(&value_); }
 
-    /// Calls `visitor` with a std::monostate, bool, std::int64_t, double, Text or List.
-    template <class Visitor>
-    decltype(auto) visit(Visitor&& visitor) const {
-        return std::visit(std::forward<Visitor>(visitor), value_);
+    /// Calls the one of `cases` that takes what this is: a std::monostate, bool, std::int64_t,
+    /// double, Text or List.
+    template <class... Cases>
+    decltype(auto) visit(Cases&&... cases) const {
+        return std::visit(Overloaded{std::forward<Cases>(cases)...}, value_);
     }
 
     friend bool operator==(const PropertyValue&, const PropertyValue&) = default;

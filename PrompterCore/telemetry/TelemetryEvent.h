@@ -13,6 +13,7 @@
 #include <utility>
 #include <variant>
 
+#include "PrompterCore/support/Overloaded.h"
 #include "PrompterCore/telemetry/TelemetryTier.h"
 #include "PrompterCore/telemetry/TelemetryValue.h"
 #include "PrompterCore/text/Text.h"
@@ -89,10 +90,10 @@ public:
     /// Its property, or none.
     [[nodiscard]] std::map<Text, TelemetryValue> properties() const;
 
-    /// Calls `visitor` with the payload, one of the records above.
-    template <class Visitor>
-    decltype(auto) visit(Visitor&& visitor) const {
-        return std::visit(std::forward<Visitor>(visitor), event_);
+    /// Calls the one of `cases` that takes what this is: one of the records above.
+    template <class... Cases>
+    decltype(auto) visit(Cases&&... cases) const {
+        return std::visit(Overloaded{std::forward<Cases>(cases)...}, event_);
     }
 
     friend bool operator==(const TelemetryEvent&, const TelemetryEvent&) = default;

@@ -2,11 +2,12 @@
 
 // What an event's property may hold: never a free text, never an exact number.
 //
-//   TelemetryValue::bucket("under_1").visit([](const auto& value) { ... });
+//   TelemetryValue::bucket("under_1").visit([](const TelemetryValue::Bucket&) { ... }, ...);
 
 #include <utility>
 #include <variant>
 
+#include "PrompterCore/support/Overloaded.h"
 #include "PrompterCore/text/Text.h"
 
 namespace PrompterCore {
@@ -35,10 +36,10 @@ public:
         return TelemetryValue(Bucket{std::move(label)});
     }
 
-    /// Calls `visitor` with the payload: a Flag, a Name or a Bucket.
-    template <class Visitor>
-    decltype(auto) visit(Visitor&& visitor) const {
-        return std::visit(std::forward<Visitor>(visitor), value_);
+    /// Calls the one of `cases` that takes what this is: a Flag, a Name or a Bucket.
+    template <class... Cases>
+    decltype(auto) visit(Cases&&... cases) const {
+        return std::visit(Overloaded{std::forward<Cases>(cases)...}, value_);
     }
 
     friend bool operator==(const TelemetryValue&, const TelemetryValue&) = default;
