@@ -2,16 +2,19 @@
 
 #include <filesystem>
 #include <limits>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include <fmt/format.h>
 
+#include "apps/varnelle/Complaints.h"
 #include "apps/varnelle/FollowCommand.h"
 #include "apps/varnelle/Measure.h"
 #include "apps/varnelle/Output.h"
 #include "host/Failures.h"
 #include "host/Listener.h"
+#include "host/SoundFileSource.h"
 #include "host/TextFile.h"
 
 namespace Varnelle {
@@ -44,7 +47,9 @@ std::vector<HeardWord> spokenWords() {
 ExitStatus demo(const FollowOptions& options) {
     const Script script(readText(sampleFile("sample.txt")));
     Measure measure(script, spokenWords());
-    const auto listener = soundListener(script, sampleFile("sample.flac"));
+    Complaints complaints(options.display);
+    const auto listener = soundListener(
+        script, std::make_unique<SoundFileSource>(sampleFile("sample.flac")), complaints);
     const FollowResult result =
         follow(script, *listener, options,
                {.frame = [&](const ReadThrough& reading,

@@ -6,16 +6,19 @@
 #include <optional>
 #include <string>
 
+#include "apps/varnelle/Complaints.h"
 #include "apps/varnelle/ExitStatus.h"
 #include "apps/varnelle/Follow.h"
 #include "host/Listener.h"
+#include "host/SoundSource.h"
 
 namespace Varnelle {
 
-/// The sound file `name`, heard by the recogniser of this machine, which is told the script. Throws
-/// NoInput and BadData for the file, Unavailable without a recogniser.
+/// `sound`, heard by the recogniser of this machine, which is told the script and runs in a process
+/// of its own; what ends it is told to `complaints`. Throws Unavailable without a recogniser.
 [[nodiscard]] std::unique_ptr<Listener> soundListener(const Script& script,
-                                                      const std::string& name);
+                                                      std::unique_ptr<SoundSource> sound,
+                                                      Complaints& complaints);
 
 /// `varnelle follow`: exactly one of `audio` and `words` is present.
 ExitStatus followCommand(const std::string& scriptFile, const std::optional<std::string>& audio,
