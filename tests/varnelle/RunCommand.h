@@ -128,6 +128,16 @@ public:
     /// From now on nobody reads its standard output.
     void closeOutput() { closeStream(streams_[0]); }
     void send(int signal) const { kill(process_, signal); }
+    [[nodiscard]] pid_t processId() const { return process_; }
+    /// What it has written to standard error, as far as it was read along with the rest.
+    const std::string& error() const { return streams_[1].bytes; }
+    /// Reads until standard error holds `text` behind the first `from` bytes.
+    bool readErrorUntil(std::string_view text, std::size_t from = 0) {
+        while (error().find(text, from) == std::string::npos) {
+            if (!read(std::chrono::seconds(60))) return false;
+        }
+        return true;
+    }
 
     /// What it has written to standard output so far.
     const std::string& out() const { return streams_[0].bytes; }
