@@ -32,6 +32,7 @@
 #include "PrompterCore/support/IndexRange.h"
 #include "PrompterCore/support/Required.h"
 #include "PrompterCore/takes/ChapterMark.h"
+#include "PrompterCore/takes/Confetti.h"
 #include "PrompterCore/takes/ControllerStatus.h"
 #include "PrompterCore/takes/StorageFolder.h"
 #include "PrompterCore/takes/TakeBarLayout.h"
@@ -193,6 +194,22 @@ inline std::ostream& operator<<(std::ostream& out, const ClapGesture& gesture) {
 inline std::ostream& operator<<(std::ostream& out, const ChapterMark& mark) {
     return Tests::printRecord(out, "ChapterMark", "title", mark.title, "seconds", mark.seconds);
 }
+
+namespace Confetti {
+
+inline std::ostream& operator<<(std::ostream& out, const Piece& piece) {
+    return Tests::printRecord(out, "Piece", "colour", piece.colour, "width", piece.width, "height",
+                              piece.height, "isRound", piece.isRound, "delay", piece.delay,
+                              "duration", piece.duration, "drift", piece.drift, "rise", piece.rise,
+                              "spin", piece.spin);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const Piece::State& state) {
+    return Tests::printRecord(out, "State", "x", state.x, "y", state.y, "rotation", state.rotation,
+                              "opacity", state.opacity);
+}
+
+}  // namespace Confetti
 
 inline std::ostream& operator<<(std::ostream& out, const ControllerStatus& status) {
     return out << "ControllerStatus(" << status.label() << ')';

@@ -31,6 +31,48 @@ std::vector<ScriptChapter> chaptersAt(const std::vector<std::int64_t>& tokens) {
     return chapters;
 }
 
+TEST(ChapterMark, IsStoredWithTwoKeys) {
+    const ChapterMark mark{"Main \"part\"", 65.9};
+    const char* const stored = R"({"title":"Main \"part\"","seconds":65.9})";
+    EXPECT_EQ(toJson(mark), stored);
+    EXPECT_EQ(fromJson<ChapterMark>(stored), mark);
+    EXPECT_EQ(toJson(ChapterMark{"", 3}), R"({"title":"","seconds":3})");
+    EXPECT_EQ(fromJson<Marks>(R"([{"seconds": 90, "more": [], "title": "a"}])"),
+              (Marks{{"a", 90}}));
+    EXPECT_EQ(fromJson<ChapterMark>(R"({"title": "a", "seconds": -1})").seconds, -1)
+        << "as it stands";
+}
+
+TEST(ChapterMark, NeedsBothKeys) {
+    using Kind = RecordFailure::Kind;
+    struct Case {
+        const char* json;
+        Kind kind;
+        const char* what;
+    };
+    const Case cases[] = {
+        {R"({"title": "a"})", Kind::missingKey, "\"seconds\": missing"},
+        {R"({"seconds": 1})", Kind::missingKey, "\"title\": missing"},
+        {R"({"title": "a", "seconds": "1"})", Kind::mismatch,
+         "\"seconds\": a text where a number is required"},
+        {R"({"title": "a", "seconds": true})", Kind::mismatch,
+         "\"seconds\": true or false where a number is required"},
+        {R"({"title": null, "seconds": 1})", Kind::mismatch,
+         "\"title\": null where a text is required"},
+        {R"(["a", 1])", Kind::mismatch, "the record: a list where a record is required"},
+    };
+    for (const auto& [json, kind, what] : cases) {
+        SCOPED_TRACE(json);
+        try {
+            ADD_FAILURE() << fromJson<ChapterMark>(json);
+        } catch (const RecordFailure& failure) {
+            EXPECT_EQ(failure.kind(), kind);
+            EXPECT_STREQ(failure.what(), what);
+        }
+    }
+    EXPECT_THROW(toJson(ChapterMark{"a", std::nan("")}), RecordFailure);
+}
+
 TEST(ChapterMarker, MarksAChapterWhenItIsFirstReached) {
     ChapterMarker marker(chaptersAt({0, 40, 80}));
     EXPECT_EQ(marker.marks(), Marks());
