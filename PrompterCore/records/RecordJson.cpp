@@ -107,6 +107,9 @@ private:
 };
 
 RecordValue RecordValue::fromJson(std::string_view json) {
+    // The parser would take a zero byte for the end. JSON has none, not even in texts.
+    if (const std::size_t zero = json.find('\0'); zero != std::string_view::npos)
+        RecordReader::refuse(zero + 1);
     RecordReader reader;
     Json::sax_parse(json.begin(), json.end(), &reader);
     return reader.takeWhole();

@@ -27,6 +27,7 @@
 #include "PrompterCore/prompter/PromptChapters.h"
 #include "PrompterCore/prompter/PromptLine.h"
 #include "PrompterCore/prompter/ReadingProgress.h"
+#include "PrompterCore/records/Record.h"
 #include "PrompterCore/script/Script.h"
 #include "PrompterCore/script/ScriptChapters.h"
 #include "PrompterCore/support/IndexRange.h"
@@ -189,6 +190,10 @@ inline std::ostream& operator<<(std::ostream& out, const PromptChapter& chapter)
 inline std::ostream& operator<<(std::ostream& out, const ClapGesture& gesture) {
     return Tests::printRecord(out, "ClapGesture", "count", gesture.count, "firstClap",
                               gesture.firstClap, "lastClap", gesture.lastClap);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const Record& record) {
+    return out << toJson(record);
 }
 
 inline std::ostream& operator<<(std::ostream& out, const ChapterMark& mark) {
