@@ -28,8 +28,11 @@
 #include "PrompterCore/prompter/PromptLine.h"
 #include "PrompterCore/prompter/ReadingProgress.h"
 #include "PrompterCore/records/Record.h"
+#include "PrompterCore/script/ChapterExcerpt.h"
+#include "PrompterCore/script/ChapterFocus.h"
 #include "PrompterCore/script/Script.h"
 #include "PrompterCore/script/ScriptChapters.h"
+#include "PrompterCore/script/TextEdit.h"
 #include "PrompterCore/support/IndexRange.h"
 #include "PrompterCore/support/Required.h"
 #include "PrompterCore/takes/ChapterMark.h"
@@ -145,6 +148,22 @@ inline std::ostream& operator<<(std::ostream& out, const ScriptChapter& chapter)
                               "sourceRange", chapter.sourceRange, "wordRange", chapter.wordRange,
                               "tokenRange", chapter.tokenRange, "startsAt", chapter.startsAt);
 }
+
+inline std::ostream& operator<<(std::ostream& out, const TextEdit& edit) {
+    return Tests::printRecord(out, "TextEdit", "range", edit.range, "replacement", edit.replacement,
+                              "selection", edit.selection);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const ChapterFocus& focus) {
+    return Tests::printRecord(out, "ChapterFocus", "index", focus.index, "titles", focus.titles,
+                              "utf16Offset", focus.utf16Offset);
+}
+
+namespace ChapterExcerpt {
+inline std::ostream& operator<<(std::ostream& out, const Excerpt& excerpt) {
+    return Tests::printRecord(out, "Excerpt", "text", excerpt.text, "focus", excerpt.focus);
+}
+}  // namespace ChapterExcerpt
 
 inline std::ostream& operator<<(std::ostream& out, const PromptLine& line) {
     return Tests::printRecord(out, "PromptLine", "text", line.text, "tokenRange", line.tokenRange,
