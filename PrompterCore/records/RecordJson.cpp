@@ -60,10 +60,14 @@ public:
 
     [[noreturn]] bool parse_error(std::size_t position, const std::string&,
                                   const Json::exception& exception) {
-        const bool isNumber = dynamic_cast<const Json::out_of_range*>(&exception) != nullptr;
-        throw RecordFailure(Kind::malformed, (isNumber ? "a number beyond all doubles before byte "
-                                                       : "no well-formed JSON at byte ") +
-                                                 std::to_string(position));
+        if (dynamic_cast<const Json::out_of_range*>(&exception) == nullptr) refuse(position);
+        throw RecordFailure(Kind::malformed,
+                            "a number beyond all doubles before byte " + std::to_string(position));
+    }
+    // `position` counts from 1.
+    [[noreturn]] static void refuse(std::size_t position) {
+        throw RecordFailure(Kind::malformed,
+                            "no well-formed JSON at byte " + std::to_string(position));
     }
 
 private:
