@@ -17,6 +17,13 @@ constexpr double largestExactWhole = 0x1p53;
 
 }  // namespace
 
+Record::Record() noexcept = default;
+Record::Record(const Record&) = default;
+Record::Record(Record&&) noexcept = default;
+Record& Record::operator=(const Record&) = default;
+Record& Record::operator=(Record&&) noexcept = default;
+Record::~Record() = default;
+
 std::vector<std::string_view> Record::keys() const {
     std::vector<std::string_view> keys;
     for (const RecordField& field : fields_)

@@ -23,10 +23,12 @@
 // What can be stored: bool, std::int64_t, double, Text, an enumeration by its raw value, a type
 // with fromRecord and toRecord, a Record as it is, and a std::vector of any of these.
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -42,7 +44,13 @@ struct RecordField;
 class Record {
 public:
     /// No keys.
-    Record() = default;
+    Record() noexcept;
+    // Defined where its fields are: they hold records again.
+    Record(const Record&);
+    Record(Record&&) noexcept;
+    Record& operator=(const Record&);
+    Record& operator=(Record&&) noexcept;
+    ~Record();
 
     /// In their order. They live as long as the record.
     [[nodiscard]] std::vector<std::string_view> keys() const;
