@@ -7,6 +7,9 @@
 #include "PrompterCore/prompter/LineBreaker.h"
 #include "PrompterCore/script/ReadingTime.h"
 #include "PrompterCore/script/Script.h"
+#include "PrompterCore/script/ScriptChapters.h"
+#include "PrompterCore/takes/ChapterMarker.h"
+#include "PrompterCore/takes/RecordingName.h"
 #include "PrompterCore/voice/VoiceAligner.h"
 
 using namespace PrompterCore;
@@ -18,5 +21,9 @@ int main() {
                               }};
     const auto lines = breaker.linesFor(script);
     std::cout << ReadingTime::summary(static_cast<std::int64_t>(script.words().size())) << '\n';
-    return lines.size() == 2 && script.tokens().size() == 3 ? 0 : 1;
+    ChapterMarker marker(ScriptChapters::chaptersOf(script));
+    marker.update(0, 1.5);
+    const bool isStored = toJson(marker.marks()) == R"([{"title":"Intro","seconds":1.5}])" &&
+                          RecordingName::safe("a/b") == "a b";
+    return isStored && lines.size() == 2 && script.tokens().size() == 3 ? 0 : 1;
 }
