@@ -31,13 +31,6 @@ int renameWithoutReplacing(const path& from, const path& to) {
     return 0;
 }
 
-void syncFolder(const path& folder) {
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    static_cast<void>(fsync(descriptor));  // some file systems know no such thing
-    close(descriptor);
-}
-
 }  // namespace
 
 File::File(File&& other) noexcept
@@ -106,6 +99,14 @@ path NewFileName::withEnding(std::string_view ending) const {
     std::string name = stem_;
     if (number_ > 1) name += " " + std::to_string(number_);
     return folder_ / name.append(ending);
+}
+
+void syncFolder(const path& folder) {
+    const int descriptor =
+        open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return;
+    static_cast<void>(fsync(descriptor));  // some file systems know no such thing
+    close(descriptor);
 }
 
 path giveName(const path& file, NewFileName name, std::string_view ending) {

@@ -64,6 +64,10 @@ private:
     std::int64_t number_ = 1;
 };
 
+/// Waits until the names in `folder` would survive a power failure, where its file system can say
+/// so.
+void syncFolder(const std::filesystem::path& folder);
+
 /// Renames `file` to `name` with `ending`, or with the next number that is free, and returns what
 /// it is called now. Throws CannotWrite when that fails; then it keeps its name.
 std::filesystem::path giveName(const std::filesystem::path& file, NewFileName name,
