@@ -20,7 +20,8 @@ SoundListener::SoundListener(std::unique_ptr<SoundSource> sound,
                              std::unique_ptr<Recogniser> recogniser)
     : sound_(std::move(sound)),
       resampler_(sound_->sampleRate(), recogniserRate),
-      recogniser_(std::move(recogniser)) {}
+      recogniser_(std::move(recogniser)),
+      isLive_(sound_->waitingFor().has_value()) {}
 
 double SoundListener::endTime() const {
     return static_cast<double>(samplesHeard_) / recogniserRate;
@@ -30,24 +31,40 @@ std::optional<int> SoundListener::waitingFor() const {
     return isWaiting_ ? sound_->waitingFor() : std::nullopt;
 }
 
+void SoundListener::read() {
+    const std::vector<float> samples = sound_->read();
+    soundEnded_ = sound_->hasEnded();
+    isWaiting_ = samples.empty() && !soundEnded_;
+    const auto append = [&](const std::vector<float>& more) {
+        pending_.insert(pending_.end(), more.begin(), more.end());
+    };
+    append(resampler_.convert(samples));
+    if (soundEnded_) append(resampler_.finish());
+}
+
 // True when a block can be heard, which is a short one at the end only.
 bool SoundListener::hasBlock() {
     isWaiting_ = false;
     while (pending_.size() < blockSize && !soundEnded_) {
-        const std::vector<float> samples = sound_->read();
-        soundEnded_ = sound_->hasEnded();
-        isWaiting_ = samples.empty() && !soundEnded_;
+        read();
         if (isWaiting_) return false;
-        const auto append = [&](const std::vector<float>& more) {
-            pending_.insert(pending_.end(), more.begin(), more.end());
-        };
-        append(resampler_.convert(samples));
-        if (soundEnded_) append(resampler_.finish());
     }
     return true;
 }
 
+void SoundListener::passOver() {
+    if (!isLive_ || soundEnded_) return;
+    read();
+    pending_.clear();
+}
+
 std::vector<Heard> SoundListener::until(double time) {
+    if (isLive_ && !soundEnded_) {
+        read();
+        const double ahead =
+            endTime() + static_cast<double>(pending_.size()) / recogniserRate - time;
+        if (ahead > mostBehind) pending_.clear();
+    }
     std::vector<Heard> heard;
     const auto append = [&](std::vector<WordsUpdate> updates) {
         std::move(updates.begin(), updates.end(), std::back_inserter(heard));

@@ -45,6 +45,9 @@ public:
     /// What happened since the last call and up to `time`, in order. Never waits: where it cannot
     /// know everything yet, `waitingFor` says on what.
     virtual std::vector<Heard> until(double time) = 0;
+    /// Time goes by that is not followed, as in a pause: what a live sound brings meanwhile is not
+    /// heard. What waits, such as a file, is not touched.
+    virtual void passOver() {}
     /// A file descriptor that will be readable when more can be known. Absent when everything up to
     /// the last `until` is known.
     [[nodiscard]] virtual std::optional<int> waitingFor() const { return std::nullopt; }
@@ -57,20 +60,25 @@ public:
     [[nodiscard]] virtual std::optional<std::string> trouble() const = 0;
 };
 
-/// Sound, through a recogniser.
+/// Sound, through a recogniser. A live sound, one that has to be waited for, is kept beside the
+/// time that is asked for: where nobody asked for longer than `mostBehind`, what came before is
+/// passed over, so that what is heard is what is being said.
 class SoundListener : public Listener {
 public:
     static constexpr std::size_t blockSize = 320;  ///< recogniser's samples: 20 ms, for one level
+    static constexpr double mostBehind = 2;        ///< seconds
 
     SoundListener(std::unique_ptr<SoundSource> sound, std::unique_ptr<Recogniser> recogniser);
 
     std::vector<Heard> until(double time) override;
+    void passOver() override;
     [[nodiscard]] std::optional<int> waitingFor() const override;
     [[nodiscard]] bool hasEnded() const override { return ended_; }
     [[nodiscard]] double endTime() const override;
     [[nodiscard]] std::optional<std::string> trouble() const override { return sound_->trouble(); }
 
 private:
+    void read();
     bool hasBlock();
 
     std::unique_ptr<SoundSource> sound_;
@@ -78,6 +86,7 @@ private:
     std::unique_ptr<Recogniser> recogniser_;
     std::deque<float> pending_;      // read, and still to be heard
     std::int64_t samplesHeard_ = 0;  // by the recogniser
+    bool isLive_;                    // time brings it, whether it is asked for or not
     bool isWaiting_ = false;
     bool soundEnded_ = false;
     bool ended_ = false;

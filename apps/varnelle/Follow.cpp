@@ -120,7 +120,11 @@ public:
         Clock::time_point due = Clock::now();
         for (std::int64_t k = 0; !hasQuit_; k += isPaused_ ? 0 : 1) {
             now_ = static_cast<double>(k) / options_.framesPerSecond;
-            if (!isPaused_) wasInterrupted = listen();
+            if (isPaused_) {
+                listener_.passOver();
+            } else {
+                wasInterrupted = listen();
+            }
             const Frame frame = reading_.frameAt(now_);
             last_ = frame;
             if (observer_.frame && !isPaused_) observer_.frame(reading_, frame);

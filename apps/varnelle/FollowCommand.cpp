@@ -3,6 +3,8 @@
 #include <utility>
 #include <vector>
 
+#include "apps/varnelle/Devices.h"
+#include "host/Microphone.h"
 #include "host/PocketSphinxRecogniser.h"
 #include "host/RecogniserProcess.h"
 #include "host/SoundFileSource.h"
@@ -24,14 +26,25 @@ std::unique_ptr<Listener> soundListener(const Script& script, std::unique_ptr<So
                               [&complaints](const std::string& why) { complaints.say(why); }));
 }
 
-ExitStatus followCommand(const std::string& scriptFile, const std::optional<std::string>& audio,
-                         const std::optional<std::string>& words, const FollowOptions& options) {
+namespace {
+
+std::unique_ptr<Listener> listenerTo(const FollowSource& source, const Script& script,
+                                     Complaints& complaints) {
+    const auto say = [&complaints](const std::string& why) { complaints.say(why); };
+    if (source.words) return std::make_unique<WordsListener>(*source.words, say);
+    if (source.audio)
+        return soundListener(script, std::make_unique<SoundFileSource>(*source.audio), complaints);
+    return soundListener(script, std::make_unique<Microphone>(askedInput(*source.microphone), say),
+                         complaints);
+}
+
+}  // namespace
+
+ExitStatus followCommand(const std::string& scriptFile, const FollowSource& source,
+                         const FollowOptions& options) {
     const Script script(readText(scriptFile));
     Complaints complaints(options.display);
-    const auto hearBroken = [&](const std::string& why) { complaints.say(why); };
-    const std::unique_ptr<Listener> listener =
-        audio ? soundListener(script, std::make_unique<SoundFileSource>(*audio), complaints)
-              : std::make_unique<WordsListener>(*words, hearBroken);
+    const std::unique_ptr<Listener> listener = listenerTo(source, script, complaints);
     const FollowResult result = follow(script, *listener, options);
     if (result.trouble) complaints.say(*result.trouble);
     if (result.wasInterrupted) return ExitStatus::interrupted;

@@ -20,8 +20,15 @@ namespace Varnelle {
                                                       std::unique_ptr<SoundSource> sound,
                                                       Complaints& complaints);
 
-/// `varnelle follow`: exactly one of `audio` and `words` is present.
-ExitStatus followCommand(const std::string& scriptFile, const std::optional<std::string>& audio,
-                         const std::optional<std::string>& words, const FollowOptions& options);
+/// What a reading is followed from. Exactly one is present.
+struct FollowSource {
+    std::optional<std::string> audio;       ///< a sound file
+    std::optional<std::string> words;       ///< a file of recognised words
+    std::optional<std::string> microphone;  ///< an input's id or name; empty: the default
+};
+
+/// `varnelle follow`.
+ExitStatus followCommand(const std::string& scriptFile, const FollowSource& source,
+                         const FollowOptions& options);
 
 }  // namespace Varnelle

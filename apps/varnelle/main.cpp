@@ -18,6 +18,7 @@
 
 #include "apps/varnelle/Chapters.h"
 #include "apps/varnelle/Demo.h"
+#include "apps/varnelle/Devices.h"
 #include "apps/varnelle/ExitStatus.h"
 #include "apps/varnelle/FollowCommand.h"
 #include "apps/varnelle/Output.h"
@@ -43,8 +44,7 @@ enum class Unseen { inTime, asFastAsItGoes };
 
 struct FollowArguments {
     std::string script;
-    std::optional<std::string> audio;
-    std::optional<std::string> words;
+    FollowSource source;
     std::optional<double> speed;
     bool fast = false;
     bool json = false;
@@ -264,23 +264,37 @@ int run(int argc, char** argv) {
         "Examples:\n"
         "  varnelle follow talk.txt --audio talk.flac\n"
         "  varnelle follow talk.txt --audio talk.flac --fast --json\n"
+        "  varnelle follow talk.txt --microphone\n"
         "  recogniser | varnelle follow talk.txt --words -\n\n"
         "Follows a reading of SCRIPT. On a terminal: the full-screen prompter.");
     followApp.add_option("SCRIPT", follow.script, "the script, UTF-8 text; - is standard input")
         ->required();
     auto* const audio =
-        followApp.add_option("--audio", follow.audio, "a sound file; - is standard input");
-    auto* const words = followApp.add_option("--words", follow.words,
+        followApp.add_option("--audio", follow.source.audio, "a sound file; - is standard input");
+    auto* const words = followApp.add_option("--words", follow.source.words,
                                              "recognised words as JSON Lines; - is standard input");
+    std::string input;
+    auto* const microphone =
+        followApp
+            .add_option("--microphone", input,
+                        "an audio input by its id or name; without one, the default")
+            ->expected(0, 1)
+            ->type_name("[NAME]");
     audio->excludes(words);
+    microphone->excludes(audio)->excludes(words);
     addFollowOptions(followApp, follow);
+    for (const char* pace : {"--speed", "--fast"}) {
+        microphone->excludes(followApp.get_option(pace));
+    }
     followApp.callback([&] {
-        if (!follow.audio && !follow.words)
-            throw CLI::ValidationError("follow", "--audio or --words says what to follow");
-        if (follow.script == "-" && (follow.audio == "-" || follow.words == "-"))
+        FollowSource& source = follow.source;
+        if (microphone->count() > 0) source.microphone = input;
+        if (!source.audio && !source.words && !source.microphone)
+            throw CLI::ValidationError("follow",
+                                       "--audio, --microphone or --words says what to follow");
+        if (follow.script == "-" && (source.audio == "-" || source.words == "-"))
             throw CLI::ValidationError("follow", "only one thing can be read from standard input");
-        exit = followCommand(follow.script, follow.audio, follow.words,
-                             follow.options(Unseen::inTime));
+        exit = followCommand(follow.script, source, follow.options(Unseen::inTime));
     });
 
     FollowArguments shown;
@@ -320,6 +334,16 @@ int run(int argc, char** argv) {
     linesApp.callback([&] { showLines(script, width, json); });
 
     addChapters(app, exit);
+    std::string remembered;
+    CLI::App& devicesApp = *app.add_subcommand("devices",
+                                               "Examples:\n"
+                                               "  varnelle devices\n"
+                                               "  varnelle devices --remembered Lavalier\n\n"
+                                               "The audio inputs that are there, and which one "
+                                               "would be listened to.");
+    devicesApp.add_option("--remembered", remembered, "the id or name of the input last chosen");
+    devicesApp.add_flag("--json", json, "the inputs as JSON");
+    devicesApp.callback([&] { showDevices(remembered, json); });
 
     try {
         app.parse(argc, argv);

@@ -46,7 +46,7 @@ TEST(ExitStatus, WrongUsageIs2) {
         {{"script"}, "SCRIPT is required"},
         {{"script", script, "--loud"}, "The following argument was not expected: --loud"},
         {{"script", script, script}, "The following argument was not expected: " + script},
-        {{"follow", script}, "follow: --audio or --words says what to follow"},
+        {{"follow", script}, "follow: --audio, --microphone or --words says what to follow"},
         {{"follow", script, "--audio", "a", "--words", "b"}, "--audio excludes --words"},
         {{"follow", "-", "--words", "-"}, "follow: only one thing can be read from standard input"},
         {{"follow", "-", "--audio", "-"}, "follow: only one thing can be read from standard input"},
