@@ -1,5 +1,6 @@
 // Microphones of a real sound server, which come and go.
 
+#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -55,7 +56,14 @@ struct Hearing {
         return readUntil([&] { return !told.empty() && told.back() == sentence; });
     }
     // Of the last tenth of a second.
-    double level() const { return PrompterCore::AudioLevel::meter(std::span(sound).last(4800)); }
+    double level() const {
+        return PrompterCore::AudioLevel::meter(
+            std::span(sound).last(std::min<std::size_t>(sound.size(), 4800)));
+    }
+    // A server without hardware takes up to two seconds before its first sound.
+    bool hearsTheHum() {
+        return readUntil([this] { return level() > 0.8; });
+    }
     // How much longer the sound is than the time that has passed.
     double lead() const {
         const std::chrono::duration<double> passed = Clock::now() - start;
@@ -88,8 +96,7 @@ TEST(Microphone, HearsTheInputThatWasAskedFor) {
     server.addHum("hum");
     Hearing hearing(Text("hum.monitor"));
     EXPECT_EQ(hearing.microphone.sampleRate(), 48000);
-    ASSERT_TRUE(hearing.readMore(0.5));
-    EXPECT_GT(hearing.level(), 0.8);
+    ASSERT_TRUE(hearing.hearsTheHum());
     EXPECT_NEAR(hearing.lead(), 0, 0.2);
     EXPECT_TRUE(hearing.told.empty());
     EXPECT_EQ(hearing.microphone.trouble(), std::nullopt);
@@ -115,10 +122,9 @@ TEST(Microphone, OneThatVanishesAndReturnsIsHeardAgain) {
     hearing.told.clear();
     server.addHum("hum");
     ASSERT_TRUE(hearing.readUntil([&] { return !hearing.told.empty(); }));
-    EXPECT_TRUE(hearing.told.back().starts_with("listening to Sine source")) << hearing.told.back();
+    EXPECT_EQ(hearing.told.back(), "listening to Monitor of hum again");
     EXPECT_EQ(hearing.microphone.trouble(), std::nullopt);
-    ASSERT_TRUE(hearing.readMore(0.4));
-    EXPECT_GT(hearing.level(), 0.8);
+    ASSERT_TRUE(hearing.hearsTheHum());
     EXPECT_NEAR(hearing.lead(), 0, 0.35);
 }
 
@@ -134,8 +140,7 @@ TEST(Microphone, WithoutAWishTheDefaultIsFollowed) {
     server.control({"set-default-source", "hum.monitor"});
     ASSERT_TRUE(hearing.readUntil([&] { return !hearing.told.empty(); }));
     EXPECT_EQ(hearing.told.back(), "listening to Monitor of hum now");
-    ASSERT_TRUE(hearing.readMore(0.4));
-    EXPECT_GT(hearing.level(), 0.8);
+    ASSERT_TRUE(hearing.hearsTheHum());
 }
 
 TEST(Microphone, AServerThatIsStartedAgainIsFound) {
@@ -151,8 +156,7 @@ TEST(Microphone, AServerThatIsStartedAgainIsFound) {
     server.addHum("hum");
     ASSERT_TRUE(hearing.readUntil([&] { return !hearing.microphone.trouble(); }));
     EXPECT_EQ(hearing.told.back(), "listening to Monitor of hum again");
-    ASSERT_TRUE(hearing.readMore(0.4));
-    EXPECT_GT(hearing.level(), 0.8);
+    ASSERT_TRUE(hearing.hearsTheHum());
     EXPECT_NEAR(hearing.lead(), 0, 0.35);
 }
 
