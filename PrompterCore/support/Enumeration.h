@@ -29,9 +29,9 @@
 
 namespace PrompterCore {
 
-/// The table of `E`, specialised beside `E`: a record `Row` and the array `rows`, one row a case in
-/// the declared order. An enumeration that holds a stored setting says so with
-/// `static constexpr bool isSetting = true`.
+/// The table of `E`, specialised beside `E` and walked by tests/enumerations: a record `Row` and
+/// the array `rows`, one row a case in the declared order. An enumeration that holds a stored
+/// setting says so with `static constexpr bool isSetting = true`.
 template <class E>
 struct Enumeration;
 
