@@ -96,16 +96,28 @@ private:
 
 class ScreenDisplay : public Display {
 public:
-    explicit ScreenDisplay(bool colour) : screen_({.colour = colour}) {}
+    ScreenDisplay(bool colour, bool panel) : screen_({.colour = colour}), panel_(panel) {}
 
     Screen& screen() { return screen_; }
 
     void frame(const ReadThrough& reading, const Frame& frame, bool isPaused) override {
-        screen_.draw({.reading = reading, .frame = frame, .paused = isPaused, .ended = false});
+        const bool isReading = !isPaused && frame.cursor >= 0;
+        TakeBarInputs inputs;
+        inputs.following = isReading;
+        const TakeDisplay take{
+            .status = ControllerStatus::take(ControllerStatus::TakeStep::idle(), isReading, {}),
+            .mode = TakeBarMode::resolve(inputs)};
+        screen_.draw({.reading = reading,
+                      .frame = frame,
+                      .paused = isPaused,
+                      .ended = false,
+                      .take = take,
+                      .panel = panel_});
     }
 
 private:
     Screen screen_;
+    bool panel_;
 };
 
 // The loop of one following: frames at even times of the sound, everything heard before each.
@@ -148,7 +160,7 @@ private:
     ReadThrough start(const Script& script) {
         std::vector<PromptLine> lines;
         if (options_.display == FollowDisplay::screen) {
-            auto display = std::make_unique<ScreenDisplay>(options_.colour);
+            auto display = std::make_unique<ScreenDisplay>(options_.colour, options_.panel);
             screen_ = &display->screen();
             lines = screen_->linesFor(script);
             display_ = std::move(display);

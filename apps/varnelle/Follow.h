@@ -25,6 +25,7 @@ enum class FollowDisplay {
 struct FollowOptions {
     FollowDisplay display = FollowDisplay::lines;
     bool colour = true;
+    bool panel = false;  ///< on the screen the compact panel instead of the scrolling text
     std::optional<double> speed = 1;  ///< seconds of sound a second; absent: as fast as it goes
     double framesPerSecond = 30;
     double width = 40;  ///< columns of a prompt line where there is no screen to ask

@@ -94,6 +94,10 @@ Look lookOf(SpanStyle style, int colours) {
         case SpanStyle::marker: return coloured(A_BOLD, COLOR_RED);
         case SpanStyle::band: return coloured(A_NORMAL, COLOR_RED);
         case SpanStyle::status: return {A_REVERSE, -1};
+        case SpanStyle::takeNeutral: return {A_REVERSE, -1};
+        case SpanStyle::takeWaiting: return coloured(A_REVERSE, COLOR_YELLOW);
+        case SpanStyle::takeRecording: return coloured(A_REVERSE | A_BOLD, COLOR_RED);
+        case SpanStyle::takePractising: return coloured(A_REVERSE, COLOR_CYAN);
         case SpanStyle::keys: return past;
     }
     return {};

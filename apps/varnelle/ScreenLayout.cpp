@@ -7,8 +7,10 @@
 #include <utility>
 
 #include "PrompterCore/prompter/LineBreaker.h"
+#include "PrompterCore/prompter/PromptPanel.h"
 #include "PrompterCore/prompter/PrompterGeometry.h"
 #include "PrompterCore/support/Integers.h"
+#include "PrompterCore/support/Rounding.h"
 #include "PrompterCore/text/Columns.h"
 #include "PrompterCore/text/Segmentation.h"
 #include "apps/varnelle/ColumnLines.h"
@@ -25,15 +27,19 @@ struct Areas {
     std::int64_t lineHeight;  // rows from one line to the next
     std::int64_t left, width;
     bool hasMargin;  // the three columns left of the text: eye line, band, blank
-    bool hasStatus, hasKeys;
+    bool hasTake, hasStatus, hasKeys;
 };
 
-Areas areasOf(ScreenSize size) noexcept {
+enum class TakeRow { none, wanted };
+
+Areas areasOf(ScreenSize size, TakeRow takeRow = TakeRow::none) noexcept {
     constexpr std::int64_t leftMargin = 3, rightMargin = 1;
     Areas areas{};
     areas.hasStatus = size.rows >= 3;
     areas.hasKeys = size.rows >= 8;
-    areas.textRows = size.rows - (areas.hasStatus ? 1 : 0) - (areas.hasKeys ? 1 : 0);
+    areas.hasTake = takeRow == TakeRow::wanted && size.rows >= 5;
+    areas.textRows =
+        size.rows - (areas.hasTake ? 1 : 0) - (areas.hasStatus ? 1 : 0) - (areas.hasKeys ? 1 : 0);
     areas.lineHeight = size.rows >= 20 ? 2 : 1;
     areas.hasMargin = size.columns >= 12;
     const std::int64_t room =
@@ -65,12 +71,34 @@ std::vector<std::size_t> rowEnds(std::string_view text, std::int64_t width) {
     return ends;
 }
 
+TakeRow takeRowOf(const ScreenView& view) noexcept {
+    return view.take ? TakeRow::wanted : TakeRow::none;
+}
+
+SpanStyle styleOf(PrompterCore::ControllerStatus::Tone tone) noexcept {
+    using enum PrompterCore::ControllerStatus::Tone;
+    switch (tone) {
+        case neutral: return SpanStyle::takeNeutral;
+        case waiting: return SpanStyle::takeWaiting;
+        case recording: return SpanStyle::takeRecording;
+        case practising: return SpanStyle::takePractising;
+    }
+    return SpanStyle::takeNeutral;
+}
+
 class Painter {
 public:
     Painter(const ScreenView& view, ScreenSize size)
-        : view_(view), lines_(view.reading.lines()), areas_(areasOf(size)), eye_(eyeRow(size)) {}
+        : view_(view),
+          lines_(view.reading.lines()),
+          areas_(areasOf(size, takeRowOf(view))),
+          eye_(eyeRow(size)) {}
 
     std::vector<ScreenSpan> paint() && {
+        if (view_.panel) {
+            paintPanel();
+            return std::move(spans_);
+        }
         paintLines();
         if (areas_.hasMargin) put(eye_, areas_.left - 3, "\u25B6", SpanStyle::marker);
         return std::move(spans_);
@@ -100,6 +128,50 @@ private:
             top -= heightOf(line);
             paintLine(line, top);
         }
+    }
+
+    // The lines around the cursor from the top on, then how much of the script is said.
+    void paintPanel() {
+        const std::int64_t cursor = view_.frame.cursor;
+        const std::int64_t current = PromptPanel::current(lines_, cursor);
+        const std::int64_t room = areas_.textRows - 1;  // the last row is the progress
+        const std::int64_t justRead = cursor >= 0 ? 1 : 0;
+        std::int64_t row = 0;
+        for (const std::int64_t index : PromptPanel::visible(lines_, cursor, room - justRead)) {
+            if (row == room) break;
+            paintPanelLine(index, row, index == current);
+            ++row;
+        }
+        const double progress = PromptPanel::progress(cursor, view_.reading.script());
+        const auto full = roundedToNearest(progress * static_cast<double>(areas_.width));
+        std::string bar;
+        for (std::int64_t i = 0; i < areas_.width; ++i)
+            bar += i < full ? "\u2588" : "\u2591";
+        put(std::max<std::int64_t>(room, 0), areas_.left, std::move(bar), SpanStyle::band);
+    }
+
+    void paintPanelLine(std::int64_t index, std::int64_t row, bool isCurrent) {
+        const PromptLine& shown = line(index);
+        const std::int64_t said =
+            PromptPanel::wordsSaidOn(shown, view_.reading.script(), view_.frame.cursor);
+        const std::size_t cut = endOfWords(shown, said);
+        const std::string_view text = textOf(shown);
+        const std::string read = shortened(text.substr(0, cut), areas_.width);
+        const std::int64_t used = columnsOf(read);
+        put(row, areas_.left, read, SpanStyle::read);
+        put(row, areas_.left + used, shortened(text.substr(cut), areas_.width - used),
+            isCurrent ? SpanStyle::reading : SpanStyle::ahead);
+        if (isCurrent && areas_.hasMargin) put(row, areas_.left - 3, "\u25B6", SpanStyle::marker);
+    }
+
+    // Where the first `count` words of the line's text end, the blank behind them included.
+    std::size_t endOfWords(const PromptLine& line, std::int64_t count) const {
+        const std::vector<ScriptWord>& words = view_.reading.script().words();
+        std::size_t end = 0;
+        for (std::int64_t i = 0; i < count; ++i)
+            end +=
+                words[static_cast<std::size_t>(line.wordRange.lower() + i)].text.utf8().size() + 1;
+        return std::min(end, textOf(line).size());
     }
 
     // The line that holds the token at the eye line; from the end on the last one with tokens.
@@ -213,12 +285,20 @@ std::vector<PromptLine> linesFor(const Script& script, ScreenSize size) {
 std::vector<ScreenSpan> spansOf(const ScreenView& view, ScreenSize size) {
     if (size.rows < 1 || size.columns < 1) return {};
     std::vector<ScreenSpan> spans = Painter(view, size).paint();
-    const Areas areas = areasOf(size);
+    const Areas areas = areasOf(size, takeRowOf(view));
     const auto add = [&spans](std::int64_t row, std::string text, SpanStyle style) {
         if (!text.empty()) spans.push_back({row, 0, std::move(text), style});
     };
+    if (areas.hasTake) {
+        if (std::optional<TakeBar> bar = takeBar(*view.take, size.columns))
+            spans.push_back({.row = areas.textRows,
+                             .column = bar->column,
+                             .text = std::move(bar->text),
+                             .style = styleOf(view.take->status.tone())});
+    }
     if (areas.hasStatus)
-        add(areas.textRows, StatusLine::statusOf(view, size.columns), SpanStyle::status);
+        add(areas.textRows + (areas.hasTake ? 1 : 0), StatusLine::statusOf(view, size.columns),
+            SpanStyle::status);
     if (areas.hasKeys) add(size.rows - 1, StatusLine::keys(size.columns), SpanStyle::keys);
     return spans;
 }

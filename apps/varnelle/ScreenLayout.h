@@ -12,9 +12,11 @@
 //       ...                                    // put span.text at span.row and span.column
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "apps/varnelle/TakeDisplay.h"
 #include "host/ReadThrough.h"
 
 namespace Varnelle {
@@ -32,7 +34,9 @@ struct ScreenView {
     const ReadThrough& reading;
     Frame frame;
     bool paused = false;
-    bool ended = false;  ///< the sound or the words are over
+    bool ended = false;                              ///< the sound or the words are over
+    std::optional<TakeDisplay> take = std::nullopt;  ///< drawn as a bar where there is one
+    bool panel = false;  ///< the compact panel instead of the scrolling text
 };
 
 /// What a stretch of text is, from which the screen chooses its looks.
@@ -45,6 +49,10 @@ enum class SpanStyle {
     marker,  ///< the eye line's
     band,    ///< the bar beside the line being read
     status,
+    takeNeutral,  ///< the take bar, by the tone of its status
+    takeWaiting,
+    takeRecording,
+    takePractising,
     keys,
 };
 
@@ -72,9 +80,11 @@ inline constexpr std::int64_t widestText = 60;
 /// The script's lines as they fit the screen's text column.
 [[nodiscard]] std::vector<PromptLine> linesFor(const Script& script, ScreenSize size);
 
-/// One frame. The line position being read stands at the eye row; a line that is wider than the
-/// column goes on in the rows below it. The text before the last heard token is read. Empty for a
-/// screen without rows or columns. O(size of the screen) beside the length of the lines in it.
+/// One frame. With `panel` a few lines around the cursor's and how much of the script is said;
+/// otherwise the scrolling text: the line position being read stands at the eye row, take bar or
+/// not; a line that is wider than the column goes on in the rows below it. The text before the last
+/// heard token is read. Empty for a screen without rows or columns. O(size of the screen) beside
+/// the length of the lines in it.
 [[nodiscard]] std::vector<ScreenSpan> spansOf(const ScreenView& view, ScreenSize size);
 
 }  // namespace ScreenLayout

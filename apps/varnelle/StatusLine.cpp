@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 
 #include "PrompterCore/prompter/PromptChapters.h"
+#include "PrompterCore/prompter/ReadingProgress.h"
 #include "PrompterCore/script/ReadingTime.h"
 #include "PrompterCore/support/Integers.h"
 #include "PrompterCore/support/Rounding.h"
@@ -80,6 +81,10 @@ std::string statusOf(const ScreenView& view, std::int64_t columns) {
         return cut + repeated(" ", columns - columnsOf(cut));
     }
     if (inside < columnsOf(right) + gap + std::min(leastLeft, columnsOf(left))) right = time;
+    const std::string progress =
+        ReadingProgress(view.reading.script(), view.frame.cursor, view.reading.lines()).label();
+    if (columnsOf(left) + columnsOf(progress) + columnsOf(right) + 2 * gap <= inside)
+        right = progress + "  " + right;
     left = shortened(left, inside - gap - columnsOf(right));
     return " " + left + repeated(" ", inside - columnsOf(left) - columnsOf(right)) + right + " ";
 }

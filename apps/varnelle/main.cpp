@@ -49,6 +49,7 @@ struct FollowArguments {
     bool fast = false;
     bool json = false;
     bool plain = false;
+    bool panel = false;
     double framesPerSecond = 30;
     std::int64_t width = 40;
 
@@ -58,6 +59,7 @@ struct FollowArguments {
                                          : onScreen ? FollowDisplay::screen
                                                     : FollowDisplay::lines,
                               .colour = wantsColour(),
+                              .panel = panel,
                               .speed = speed.value_or(1),
                               .framesPerSecond = framesPerSecond,
                               .width = static_cast<double>(width)};
@@ -101,6 +103,8 @@ void addFollowOptions(CLI::App& command, FollowArguments& arguments) {
     auto* const json = command.add_flag("--json", arguments.json, "JSON Lines on standard output");
     command.add_flag("--plain", arguments.plain, "a line for each aligned position, no screen")
         ->excludes(json);
+    command.add_flag("--panel", arguments.panel,
+                     "on the screen a few lines and the progress, no scrolling text");
     command
         .add_option("--frames-per-second", arguments.framesPerSecond,
                     "frames for each second of the sound")

@@ -255,6 +255,70 @@ TEST(ScreenLayout, EverySpanLiesOnTheScreenWhateverTheTextAndTheSize) {
     });
 }
 
+TEST(ScreenLayout, ATakeHasItsBarAboveTheStatusAndLeavesTheEyeRow) {
+    const Prompter prompter(sixLines, low);
+    struct Case {
+        PrompterCore::ControllerStatus status;
+        const char* label;
+        SpanStyle style;
+    };
+    using Status = PrompterCore::ControllerStatus;
+    for (const auto& [status, label, style] :
+         {Case{Status::ready(), "Ready", SpanStyle::takeNeutral},
+          Case{Status::preparing(), "Getting speech ready", SpanStyle::takeWaiting},
+          Case{Status::recording(5), "Recording \u00B7 00:05", SpanStyle::takeRecording},
+          Case{Status::countingDown(3), "Recording in 3", SpanStyle::takeRecording},
+          Case{Status::practising(), "Practising", SpanStyle::takePractising}}) {
+        SCOPED_TRACE(label);
+        const ScreenView view{.reading = prompter.reading(),
+                              .frame = prompter.frameAt(4),
+                              .take = TakeDisplay{.status = status}};
+        const ScreenPicture picture(ScreenLayout::spansOf(view, low), low);
+        EXPECT_EQ(picture.rowOf(label), 11);
+        EXPECT_EQ(picture.styleOf(label), style);
+        EXPECT_EQ(picture.rowOf("five six"), prompter.eye());
+        EXPECT_EQ(picture.rowOf("listening"), 12);
+        EXPECT_EQ(picture.misplaced(), std::nullopt);
+    }
+}
+
+TEST(ScreenLayout, ThePanelKeepsTheLineJustReadAndShowsTheProgress) {
+    const Prompter prompter(sixLines, low);
+    ScreenView view{.reading = prompter.reading(), .frame = prompter.frameAt(6), .panel = true};
+    const ScreenPicture picture(ScreenLayout::spansOf(view, low), low);
+    EXPECT_EQ(picture.row(0), "   five six");
+    EXPECT_EQ(picture.row(1), "\u25B6  seven eight");
+    EXPECT_EQ(picture.row(2), "   nine ten");
+    EXPECT_EQ(picture.styleOf("five six"), SpanStyle::read);
+    EXPECT_EQ(picture.styleOf("seven"), SpanStyle::read);
+    EXPECT_EQ(picture.styleOf("eight"), SpanStyle::reading);
+    EXPECT_EQ(picture.styleOf("nine ten"), SpanStyle::ahead);
+    std::string bar = "   ";
+    for (int i = 0; i < 36; ++i)
+        bar += i < 21 ? "\u2588" : "\u2591";  // 7 of 12 tokens
+    EXPECT_EQ(picture.row(11), bar);
+    EXPECT_EQ(picture.misplaced(), std::nullopt);
+
+    view.frame = {.cursor = -1};
+    const ScreenPicture before(ScreenLayout::spansOf(view, low), low);
+    EXPECT_EQ(before.row(0), "\u25B6  one two");
+    EXPECT_EQ(before.styleOf("one two"), SpanStyle::reading);
+}
+
+TEST(ScreenLayout, ThePanelAndTheBarLieOnTheScreenWhateverTheTextAndTheSize) {
+    PrompterCore::Tests::forAll([](const Text& text) {
+        const ScreenSize size{.rows = *rc::gen::inRange<std::int64_t>(0, 30),
+                              .columns = *rc::gen::inRange<std::int64_t>(0, 90)};
+        const Prompter prompter(text.utf8(), size);
+        const auto tokens = static_cast<int>(prompter.reading().script().tokens().size());
+        const ScreenView view{.reading = prompter.reading(),
+                              .frame = {.cursor = *rc::gen::inRange<std::int64_t>(-1, tokens + 1)},
+                              .take = TakeDisplay{},
+                              .panel = *rc::gen::arbitrary<bool>()};
+        RC_ASSERT(!ScreenPicture(ScreenLayout::spansOf(view, size), size).misplaced());
+    });
+}
+
 TEST(ScreenLayout, TheEyeRowShowsTheLineBeingReadWhereverItIs) {
     const Prompter prompter(sixLines, tall);
     for (int step = 0; step < 12 * 16; ++step) {

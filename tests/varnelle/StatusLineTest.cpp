@@ -79,6 +79,15 @@ TEST(StatusLine, SaysStateChapterLevelAndTime) {
     EXPECT_EQ(StatusLine::statusOf(view, 60).substr(0, 7), " ended ");
 }
 
+TEST(StatusLine, SaysParagraphAndLineWhereThereIsRoomForAll) {
+    const ReadThrough reading = readingOf("# Light\none two\nthree\n\nfour");
+    const ScreenView view{.reading = reading, .frame = {.cursor = 2}};
+    EXPECT_EQ(StatusLine::statusOf(view, 62),
+              " listening · 1/1 Light   Paragraph 1 · Line 2 of 2  0:00 left ");
+    EXPECT_EQ(StatusLine::statusOf(view, 60),
+              " listening · 1/1 Light                            0:00 left ");
+}
+
 TEST(StatusLine, FillsExactlyTheColumnsAndKeepsTheTimeLongest) {
     ReadThrough reading =
         readingOf("# A title \U0001F468\u200D\U0001F469\u200D\U0001F467 日本語の章\n" + words(75));
