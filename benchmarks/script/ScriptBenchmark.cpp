@@ -11,7 +11,9 @@
 
 #include <benchmark/benchmark.h>
 
+#include "PrompterCore/script/ChapterEdits.h"
 #include "PrompterCore/script/Script.h"
+#include "PrompterCore/support/Integers.h"
 #include "benchmarks/script/IcuPipeline.h"
 #include "benchmarks/script/Samples.h"
 #include "tests/reference/PlainScript.h"
@@ -60,6 +62,22 @@ void plain(benchmark::State& state, const Sample& sample, std::size_t size) {
     count(state, text);
 }
 
+// What a host waits for when a chapter is moved: the edit, the edited text, the script anew. Beside
+// it "script", the building alone.
+void moveChapter(benchmark::State& state, const Sample& sample, std::size_t size) {
+    const std::string half = Samples::text(sample, size / 2);
+    const std::string text = "# One\n" + half + "\n# Two\n" + half;
+    const Script script{Text(text)};
+    const auto last = signedCount(script.headings().size()) - 1;
+    const auto there = ChapterEdits::move(0, last, script);
+    if (!there || Script(there->appliedTo(script.text())).headings().back().title != "One")
+        return state.SkipWithError("the chapter was not moved");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            Script(ChapterEdits::move(0, last, script)->appliedTo(script.text())));
+    count(state, text);
+}
+
 std::string sizeName(std::size_t size) {
     return size >= 1'000'000 ? std::to_string(size / 1'000'000) + "MB"
                              : std::to_string(size / 1'000) + "kB";
@@ -80,6 +98,7 @@ const bool added = [] {
         for (const std::size_t size : {std::size_t{20'000}, std::size_t{1'000'000}}) {
             add("script", product, sample, size);
             add("icu", icuLibrary, sample, size);
+            add("move", moveChapter, sample, size);
             if (size < 1'000'000) add("plain", plain, sample, size);
         }
     }
