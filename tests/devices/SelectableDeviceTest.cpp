@@ -9,6 +9,13 @@
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
+
+struct Unnamed {
+    Text id;
+    bool isDefault;
+    friend bool operator==(const Unnamed&, const Unnamed&) = default;
+};
+
 namespace {
 
 using Cameras = std::vector<CameraSource>;
@@ -18,11 +25,6 @@ using DeviceSelection::preferred;
 static_assert(SelectableDevice<CameraSource>);
 static_assert(std::copyable<CameraSource> && std::equality_comparable<CameraSource>);
 
-struct Unnamed {
-    Text id;
-    bool isDefault;
-    friend bool operator==(const Unnamed&, const Unnamed&) = default;
-};
 static_assert(!SelectableDevice<Unnamed>, "a user could not pick what has no name");
 
 std::optional<Text> nameOf(const std::optional<CameraSource>& camera) {
