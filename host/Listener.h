@@ -55,6 +55,9 @@ public:
     [[nodiscard]] virtual bool hasEnded() const = 0;
     /// Once it has ended: when.
     [[nodiscard]] virtual double endTime() const = 0;
+    /// What is wrong with a live sound at present, in a sentence, as when its microphone is away.
+    /// Absent when nothing is.
+    [[nodiscard]] virtual std::optional<std::string> presentTrouble() const { return {}; }
     /// Once it has ended: what was wrong with what was listened to, in a sentence. Absent when
     /// nothing was.
     [[nodiscard]] virtual std::optional<std::string> trouble() const = 0;
@@ -75,6 +78,9 @@ public:
     [[nodiscard]] std::optional<int> waitingFor() const override;
     [[nodiscard]] bool hasEnded() const override { return ended_; }
     [[nodiscard]] double endTime() const override;
+    [[nodiscard]] std::optional<std::string> presentTrouble() const override {
+        return isLive_ ? sound_->trouble() : std::nullopt;
+    }
     [[nodiscard]] std::optional<std::string> trouble() const override { return sound_->trouble(); }
 
 private:

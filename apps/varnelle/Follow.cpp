@@ -96,7 +96,8 @@ private:
 
 class ScreenDisplay : public Display {
 public:
-    ScreenDisplay(bool colour, bool panel) : screen_({.colour = colour}), panel_(panel) {}
+    ScreenDisplay(bool colour, bool panel, const Listener& listener)
+        : screen_({.colour = colour}), panel_(panel), listener_(listener) {}
 
     Screen& screen() { return screen_; }
 
@@ -112,12 +113,14 @@ public:
                       .paused = isPaused,
                       .ended = false,
                       .take = take,
-                      .panel = panel_});
+                      .panel = panel_,
+                      .trouble = listener_.presentTrouble()});
     }
 
 private:
     Screen screen_;
     bool panel_;
+    const Listener& listener_;
 };
 
 // The loop of one following: frames at even times of the sound, everything heard before each.
@@ -160,7 +163,8 @@ private:
     ReadThrough start(const Script& script) {
         std::vector<PromptLine> lines;
         if (options_.display == FollowDisplay::screen) {
-            auto display = std::make_unique<ScreenDisplay>(options_.colour, options_.panel);
+            auto display =
+                std::make_unique<ScreenDisplay>(options_.colour, options_.panel, listener_);
             screen_ = &display->screen();
             lines = screen_->linesFor(script);
             display_ = std::move(display);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <string_view>
 
 #include <fmt/format.h>
@@ -21,9 +22,10 @@ namespace {
 
 constexpr std::int64_t barColumns = 8;
 
-std::string_view stateOf(const ScreenView& view) {
+std::string stateOf(const ScreenView& view) {
     if (view.ended) return "ended";
     if (view.paused) return "paused";
+    if (view.trouble) return *view.trouble;
     return view.reading.isSpeaking() ? "speaking" : "listening";
 }
 
@@ -71,7 +73,7 @@ std::string statusOf(const ScreenView& view, std::int64_t columns) {
     const std::string time = timeLeft(wordsLeft(view)) + " left";
     const std::optional<double> level = view.reading.lastLevel();
     std::string right = level ? levelBar(*level) + "  " + time : time;
-    std::string left = std::string(stateOf(view)) + chapterOf(view);
+    std::string left = stateOf(view) + chapterOf(view);
 
     const std::int64_t inside = columns - 2;  // a blank at either end
     constexpr std::int64_t gap = 2;

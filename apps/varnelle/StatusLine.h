@@ -23,8 +23,9 @@ namespace Varnelle::StatusLine {
 /// The input level as a bar of 8 columns. `level` is a meter value; it is clamped to 0 ... 1.
 [[nodiscard]] std::string levelBar(double level);
 
-/// State, chapter, paragraph and line, level and time left in exactly `columns`. What does not fit
-/// goes, paragraph and line first, the time left last; the level goes too while none is known.
+/// State (or trouble), chapter, paragraph and line, level and time left in exactly `columns`. What
+/// does not fit goes, paragraph and line first, the time left last; the level goes too while none
+/// is known.
 [[nodiscard]] std::string statusOf(const ScreenView& view, std::int64_t columns);
 
 /// The keys in at most `columns`: as many as fit, the most needed first.

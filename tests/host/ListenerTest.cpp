@@ -197,6 +197,32 @@ TEST(SoundListener, HearsWhatIsThereAndSaysWhatItWaitsFor) {
     EXPECT_NEAR(listener.endTime(), 0.2, 0.001);
 }
 
+TEST(SoundListener, ALiveSoundIsNotHeardBehindAPauseOrAStop) {
+    auto owned = std::make_unique<ToldSource>();
+    ToldSource& source = *owned;
+    source.rate = recogniserRate;
+    SoundListener listener(std::move(owned), std::make_unique<CountingRecogniser>());
+    source.there.assign(1600, 0.5F);
+    EXPECT_FALSE(listener.until(0.1).empty());
+    source.there.assign(16000, 0.5F);
+    listener.passOver();
+    EXPECT_TRUE(listener.until(1).empty()) << "it was a pause";
+    EXPECT_NEAR(listener.endTime(), 0.1, 1e-9) << "and no time of the reading";
+    source.there.assign(16000, 0.5F);
+    EXPECT_TRUE(listener.until(0.1).empty());
+    EXPECT_FALSE(listener.until(1).empty()) << "a second too early is kept for its time";
+    source.there.assign(3 * recogniserRate, 0.5F);
+    EXPECT_TRUE(listener.until(1.1).empty()) << "nobody asked for three seconds";
+}
+
+TEST(SoundListener, AFileIsNotTouchedByAPause) {
+    SoundListener listener(std::make_unique<SoundFileSource>(sample),
+                           std::make_unique<CountingRecogniser>());
+    listener.passOver();
+    static_cast<void>(listener.until(ever));
+    EXPECT_NEAR(listener.endTime(), 62.55, 0.001);
+}
+
 TEST(SoundListener, NothingIsHeardBeforeItsTime) {
     SoundListener listener(std::make_unique<SoundFileSource>(sample),
                            std::make_unique<CountingRecogniser>());

@@ -73,6 +73,13 @@ TEST(StatusLine, SaysStateChapterLevelAndTime) {
     view.frame.cursor = 75;
     EXPECT_EQ(StatusLine::statusOf(view, 60),
               " speaking · 2/2 Keeper                  ████░░░░  0:30 left ");
+    view.trouble = "Lavalier\x1b is not connected; listening to Built-in";
+    EXPECT_TRUE(StatusLine::statusOf(view, 100).starts_with(" Lavalier"));
+    EXPECT_NE(StatusLine::statusOf(view, 100).find("not connected; listening to Built-in"),
+              std::string::npos);
+    EXPECT_EQ(StatusLine::statusOf(view, 100).find('\x1b'), std::string::npos);
+    EXPECT_EQ(PrompterCore::columnsOf(StatusLine::statusOf(view, 40)), 40);
+    view.trouble.reset();
     view.paused = true;
     EXPECT_EQ(StatusLine::statusOf(view, 60).substr(0, 8), " paused ");
     view.ended = true;
