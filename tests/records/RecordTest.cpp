@@ -259,7 +259,8 @@ TEST(Record, WhatIsNoJsonIsRefused) {
     };
     for (const auto& [what, json] : cases) {
         SCOPED_TRACE(what);
-        const std::string failure = failureOf([&] { std::ignore = RecordValue::fromJson(json); });
+        const std::string failure =
+            failureOf([&bytes = json] { std::ignore = RecordValue::fromJson(bytes); });
         EXPECT_TRUE(failure.starts_with("malformed; the record: no well-formed JSON at byte "))
             << failure;
     }
