@@ -19,6 +19,7 @@
 #include "apps/varnelle/Chapters.h"
 #include "apps/varnelle/Demo.h"
 #include "apps/varnelle/Devices.h"
+#include "apps/varnelle/DiffCommand.h"
 #include "apps/varnelle/ExitStatus.h"
 #include "apps/varnelle/FollowCommand.h"
 #include "apps/varnelle/Output.h"
@@ -348,6 +349,7 @@ int run(int argc, char** argv) {
     devicesApp.add_option("--remembered", remembered, "the id or name of the input last chosen");
     devicesApp.add_flag("--json", json, "the inputs as JSON");
     devicesApp.callback([&] { showDevices(remembered, json); });
+    addDiffCommand(app, exit);
 
     try {
         app.parse(argc, argv);
