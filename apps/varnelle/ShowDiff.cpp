@@ -32,23 +32,27 @@ std::string_view colourOf(LineChange change) {
     return "";
 }
 
+// A segment's text as it is shown between `before` and `after`; the space that follows every
+// segment of an edited line stays outside.
+std::string between(std::string_view before, const DiffSegment& segment, std::string_view after) {
+    std::string_view text = segment.text.utf8();
+    const std::string_view space = text.ends_with(' ') ? " " : "";
+    text.remove_suffix(space.size());
+    return fmt::format("{}{}{}{}", before, shown(text), after, space);
+}
+
 std::string bracketed(const DiffSegment& segment) {
-    // The space that follows every segment of an edited line stays outside.
-    std::string text = shown(segment.text.utf8());
-    const std::string space = text.ends_with(' ') ? " " : "";
-    text.resize(text.size() - space.size());
     switch (segment.operation) {
-        case DiffOperation::insert: return fmt::format("{{+{}+}}{}", text, space);
-        case DiffOperation::delete_: return fmt::format("[-{}-]{}", text, space);
+        case DiffOperation::insert: return between("{+", segment, "+}");
+        case DiffOperation::delete_: return between("[-", segment, "-]");
         case DiffOperation::equal: break;
     }
-    return text + space;
+    return between("", segment, "");
 }
 
 std::string coloured(const DiffSegment& segment, std::string_view colour) {
-    const std::string text = shown(segment.text.utf8());
-    if (segment.operation == DiffOperation::equal) return text;
-    return fmt::format("{}{}{}{}", reverse, text, plain, colour);
+    if (segment.operation == DiffOperation::equal) return between("", segment, "");
+    return between(reverse, segment, fmt::format("{}{}", plain, colour));
 }
 
 std::string lineAsShown(const DiffLine& line, DiffMarks marks) {

@@ -15,7 +15,7 @@
 #include <benchmark/benchmark.h>
 
 #include "PrompterCore/prompter/LineBreaker.h"
-#include "benchmarks/prompter/OtherProgram.h"
+#include "benchmarks/support/OtherProgram.h"
 #include "tests/reference/PlainLineBreaker.h"
 
 namespace PrompterCore {

@@ -111,6 +111,27 @@ TEST(LCS, AgreesWithThePlainTableOnLongerLists) {
         });
 }
 
+TEST(LCS, AgreesWithThePlainTableAroundTheWordsThatItWorksIn) {
+    std::uint64_t state = 7;
+    const auto list = [&state](std::size_t length, std::uint64_t letters) {
+        std::vector<int> numbers;
+        while (numbers.size() < length) {
+            state = state * 6364136223846793005U + 1442695040888963407U;
+            numbers.push_back(static_cast<int>((state >> 33) % letters));
+        }
+        return numbers;
+    };
+    for (const std::size_t length : {1U, 7U, 8U, 9U, 63U, 64U, 65U, 127U, 128U, 129U, 200U})
+        for (const std::uint64_t letters : {1U, 2U, 4U, 40U})
+            for (const std::size_t other : {1U, 64U, 65U, 130U}) {
+                SCOPED_TRACE(::testing::Message() << length << " and " << other << " elements of "
+                                                  << letters << " letters");
+                const auto before = list(other, letters);
+                const auto after = list(length, letters);
+                EXPECT_EQ(LCS::diff(before, after), Reference::tabledDiff(before, after));
+            }
+}
+
 TEST(LCS, BothSidesReadBack) {
     Tests::forAll([](const std::vector<Text>& before, const std::vector<Text>& after) {
         const TextSteps steps = LCS::diff(before, after);

@@ -1,4 +1,4 @@
-#include "benchmarks/prompter/OtherProgram.h"
+#include "benchmarks/support/OtherProgram.h"
 
 #include <cstdio>
 #include <cstdlib>
