@@ -98,7 +98,7 @@ private:
         }
     }
 
-    void count(const std::vector<Word>& flat, std::int64_t* cells) const {
+    void count(const std::vector<Word>& flat, std::int64_t* __restrict cells) const {
         std::int64_t length = 0;
         *cells++ = length;
         std::size_t left = width_ - 1;
