@@ -17,6 +17,7 @@
 #include <unistd.h>
 
 #include "apps/varnelle/Chapters.h"
+#include "apps/varnelle/ClapsCommand.h"
 #include "apps/varnelle/Demo.h"
 #include "apps/varnelle/Devices.h"
 #include "apps/varnelle/DiffCommand.h"
@@ -350,6 +351,17 @@ int run(int argc, char** argv) {
     devicesApp.add_flag("--json", json, "the inputs as JSON");
     devicesApp.callback([&] { showDevices(remembered, json); });
     addDiffCommand(app, exit);
+
+    std::string clapsIn;
+    CLI::App& clapsApp = *app.add_subcommand(
+        "claps",
+        "Examples:\n"
+        "  varnelle claps take.wav\n"
+        "  varnelle claps take.wav --json\n\n"
+        "Says which hand claps are heard in AUDIO, and whether they would start or stop a take.");
+    clapsApp.add_option("AUDIO", clapsIn, "a sound file; - is standard input")->required();
+    clapsApp.add_flag("--json", json, "one JSON object for each group of claps");
+    clapsApp.callback([&] { exit = clapsCommand(clapsIn, json); });
 
     try {
         app.parse(argc, argv);
