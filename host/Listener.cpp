@@ -12,9 +12,14 @@
 
 #include "PrompterCore/audio/AudioLevel.h"
 #include "host/Failures.h"
-#include "host/WordsFile.h"
 
 namespace Varnelle {
+
+namespace {
+
+constexpr std::size_t mostUnrecognised = 20;  // lines, after which the format is what it may be
+
+}  // namespace
 
 SoundListener::SoundListener(std::unique_ptr<SoundSource> sound,
                              std::unique_ptr<Recogniser> recogniser)
@@ -91,8 +96,11 @@ std::vector<Heard> SoundListener::until(double time) {
 }
 
 WordsListener::WordsListener(const std::string& name,
-                             std::function<void(const std::string&)> complain)
-    : name_(shownName(name)), complain_(std::move(complain)), input_(name) {}
+                             std::function<void(const std::string&)> complain,
+                             std::optional<WordsFormat> format)
+    : name_(shownName(name)), complain_(std::move(complain)), input_(name) {
+    if (format) begin(*format);
+}
 
 std::vector<Heard> WordsListener::until(double time) {
     while (!isEnd_ && (updates_.empty() || updates_.back().time <= time)) {
@@ -135,23 +143,54 @@ void WordsListener::read() {
         takeLine(std::string_view(partial_).substr(from, to - from));
     }
     partial_.erase(0, from);
-    if (isEnd_ && !partial_.empty()) takeLine(std::exchange(partial_, {}));
+    if (!isEnd_) return;
+    if (!partial_.empty()) takeLine(std::exchange(partial_, {}));
+    const bool isAll = true;
+    if (!reader_) recognise(isAll);
+    take(reader_->finish());
 }
 
 void WordsListener::takeLine(std::string_view line) {
-    ++lineNumber_;
+    constexpr std::string_view mark = "\uFEFF";
+    if (std::exchange(isBeginning_, false) && line.starts_with(mark))
+        line.remove_prefix(mark.size());
     if (line.ends_with('\r')) line.remove_suffix(1);
-    if (line.find_first_not_of(" \t") == std::string_view::npos) return;
-    auto read = wordsFromLine(line);
-    if (const auto* broken = std::get_if<BrokenLine>(&read)) {
-        ++brokenLines_;
-        complain_(name_ + ":" + std::to_string(lineNumber_) + ": " + broken->why);
-        return;
+    if (reader_) return take(reader_->take(line));
+    unrecognised_.emplace_back(line);
+    const bool isAll = unrecognised_.size() >= mostUnrecognised;
+    recognise(isAll);
+}
+
+// Finds out the format from the lines so far; when they are all there are to judge by, whatever
+// they look like.
+void WordsListener::recognise(bool isAll) {
+    std::string beginning;
+    for (const std::string& line : unrecognised_) {
+        beginning += line + '\n';
     }
-    WordsUpdate& update = std::get<WordsUpdate>(read);
-    update.time = std::max(update.time, lastTime_);  // time never goes back
-    lastTime_ = update.time;
-    updates_.push_back(std::move(update));
+    const auto format = recognisedFormat(beginning);
+    if (!format && !isAll) return;
+    begin(format.value_or(WordsFormat::jsonLines));
+    for (const std::string& line : std::exchange(unrecognised_, {})) {
+        take(reader_->take(line));
+    }
+}
+
+void WordsListener::begin(WordsFormat format) {
+    reader_ =
+        wordsReader(format, input_.isSeekable() ? WordsArrival::recorded : WordsArrival::live);
+}
+
+void WordsListener::take(WordsRead read) {
+    for (const BrokenPart& broken : read.broken) {
+        ++brokenLines_;
+        complain_(name_ + ":" + std::to_string(broken.line) + ": " + broken.why);
+    }
+    for (WordsUpdate& update : read.updates) {
+        update.time = std::max(update.time, lastTime_);  // time never goes back
+        lastTime_ = update.time;
+        updates_.push_back(std::move(update));
+    }
 }
 
 }  // namespace Varnelle

@@ -22,6 +22,7 @@
 #include "host/Recogniser.h"
 #include "host/Resampler.h"
 #include "host/SoundSource.h"
+#include "host/words/WordsFormat.h"
 
 namespace Varnelle {
 
@@ -98,13 +99,16 @@ private:
     bool ended_ = false;
 };
 
-/// Words as JSON Lines, from a file or from standard input ("-"). A line may come late: it counts
-/// when it comes.
+/// Words in any WordsFormat, from a file or from standard input ("-"). A line may come late: it
+/// counts when it comes.
 class WordsListener : public Listener {
 public:
-    /// `complain` is called at once with a sentence about each broken line, which is passed over.
-    /// Throws NoInput when the file cannot be read, as `until` does when that shows later.
-    WordsListener(const std::string& name, std::function<void(const std::string&)> complain);
+    /// Absent of a format, the text's beginning says it; what no format begins like is taken as
+    /// JSON Lines. `complain` is called at once with a sentence about each broken line, which is
+    /// passed over. Throws NoInput when the file cannot be read, as `until` does when that shows
+    /// later.
+    WordsListener(const std::string& name, std::function<void(const std::string&)> complain,
+                  std::optional<WordsFormat> format = std::nullopt);
 
     std::vector<Heard> until(double time) override;
     [[nodiscard]] std::optional<int> waitingFor() const override;
@@ -115,14 +119,19 @@ public:
 private:
     void read();
     void takeLine(std::string_view line);
+    void recognise(bool isAll);
+    void begin(WordsFormat format);
+    void take(WordsRead read);
 
     std::string name_;
     std::function<void(const std::string&)> complain_;
     InputFile input_;
     bool isEnd_ = false;  // of the file
     bool isWaiting_ = false;
-    std::string partial_;  // the beginning of a line that has not ended
-    std::int64_t lineNumber_ = 0;
+    std::string partial_;                    // the beginning of a line that has not ended
+    bool isBeginning_ = true;                // no line has been read
+    std::vector<std::string> unrecognised_;  // lines, while the format is not known
+    std::unique_ptr<WordsReader> reader_;    // null until the format is known
     std::int64_t brokenLines_ = 0;
     std::deque<WordsUpdate> updates_;  // read, and still to come
     double lastTime_ = 0;              // of the last update read

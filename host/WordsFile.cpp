@@ -1,38 +1,18 @@
 #include "host/WordsFile.h"
 
 #include <optional>
-#include <stdexcept>
 #include <utility>
 
-#include <nlohmann/json.hpp>
+#include "host/words/WordsJson.h"
 
 namespace Varnelle {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-// No reading takes eleven days. A time in milliseconds or since 1970 would be waited for.
-constexpr double latestTime = 1e6;
-
-struct Broken : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
-const Json& member(const Json& object, const char* key) {
-    const auto found = object.find(key);
-    if (found == object.end()) throw Broken("\"" + std::string(key) + "\" is missing");
-    return *found;
-}
-
-double seconds(const Json& object, const char* key) {
-    const Json& value = member(object, key);
-    if (!value.is_number()) throw Broken("\"" + std::string(key) + "\" is no number");
-    const double number = value.get<double>();
-    if (!(number >= 0)) throw Broken("\"" + std::string(key) + "\" is no time");
-    if (number > latestTime) throw Broken("\"" + std::string(key) + "\" is not in seconds");
-    return number;
-}
+using WordsJson::Broken;
+using WordsJson::Json;
+using WordsJson::member;
+using WordsJson::seconds;
 
 HeardWord word(const Json& value) {
     if (!value.is_object()) throw Broken("an entry of \"words\" is no object");

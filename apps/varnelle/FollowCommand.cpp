@@ -31,7 +31,7 @@ namespace {
 std::unique_ptr<Listener> listenerTo(const FollowSource& source, const Script& script,
                                      Complaints& complaints) {
     const auto say = [&complaints](const std::string& why) { complaints.say(why); };
-    if (source.words) return std::make_unique<WordsListener>(*source.words, say);
+    if (source.words) return std::make_unique<WordsListener>(*source.words, say, source.format);
     if (source.audio)
         return soundListener(script, std::make_unique<SoundFileSource>(*source.audio), complaints);
     return soundListener(script, std::make_unique<Microphone>(askedInput(*source.microphone), say),

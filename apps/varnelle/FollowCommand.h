@@ -20,10 +20,11 @@ namespace Varnelle {
                                                       std::unique_ptr<SoundSource> sound,
                                                       Complaints& complaints);
 
-/// What a reading is followed from. Exactly one is present.
+/// What a reading is followed from. Exactly one of sound, words and microphone is present.
 struct FollowSource {
     std::optional<std::string> audio;       ///< a sound file
     std::optional<std::string> words;       ///< a file of recognised words
+    std::optional<WordsFormat> format;      ///< of the words; absent: they say it themselves
     std::optional<std::string> microphone;  ///< an input's id or name; empty: the default
 };
 

@@ -232,6 +232,14 @@ void addChapters(CLI::App& app, ExitStatus& exit) {
     });
 }
 
+std::vector<std::string> formatNames() {
+    std::vector<std::string> names;
+    for (const WordsFormat format : PrompterCore::allCases<WordsFormat>) {
+        names.emplace_back(rawValue(format));
+    }
+    return names;
+}
+
 int status(ExitStatus exit) { return static_cast<int>(exit); }
 
 int failed(const std::string& why, ExitStatus exit) {
@@ -278,7 +286,11 @@ int run(int argc, char** argv) {
     auto* const audio =
         followApp.add_option("--audio", follow.source.audio, "a sound file; - is standard input");
     auto* const words = followApp.add_option("--words", follow.source.words,
-                                             "recognised words as JSON Lines; - is standard input");
+                                             "recognised words; - is standard input");
+    std::string format;
+    followApp.add_option("--format", format, "their form, where they do not say it themselves")
+        ->needs(words)
+        ->check(CLI::IsMember(formatNames()));
     std::string input;
     auto* const microphone =
         followApp
@@ -295,6 +307,7 @@ int run(int argc, char** argv) {
     followApp.callback([&] {
         FollowSource& source = follow.source;
         if (microphone->count() > 0) source.microphone = input;
+        source.format = PrompterCore::fromRawValue<WordsFormat>(format);  // absent for none
         if (!source.audio && !source.words && !source.microphone)
             throw CLI::ValidationError("follow",
                                        "--audio, --microphone or --words says what to follow");
