@@ -122,4 +122,18 @@ path giveName(const path& file, NewFileName name, std::string_view ending) {
     }
 }
 
+path saveFile(const NewFileName& name, std::string_view ending, std::string_view bytes) {
+    const path unfinished = name.withEnding(".unfinished" + std::string(ending));
+    static_cast<void>(unlink(unfinished.c_str()));  // of a program that died over it
+    const File file = createFile(unfinished);
+    try {
+        file.write(bytes);
+        file.sync();
+        return giveName(unfinished, name, ending);
+    } catch (...) {
+        static_cast<void>(unlink(unfinished.c_str()));
+        throw;
+    }
+}
+
 }  // namespace Varnelle

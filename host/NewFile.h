@@ -73,4 +73,9 @@ void syncFolder(const std::filesystem::path& folder);
 std::filesystem::path giveName(const std::filesystem::path& file, NewFileName name,
                                std::string_view ending);
 
+/// A file with that name, `ending` and `bytes` in it, which is there whole or not at all. Returns
+/// what it is called. Throws CannotWrite.
+std::filesystem::path saveFile(const NewFileName& name, std::string_view ending,
+                               std::string_view bytes);
+
 }  // namespace Varnelle
