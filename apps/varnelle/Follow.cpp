@@ -11,6 +11,7 @@
 #include "PrompterCore/prompter/LineBreaker.h"
 #include "PrompterCore/prompter/ScrollStepper.h"
 #include "apps/varnelle/ColumnLines.h"
+#include "apps/varnelle/HandMoves.h"
 #include "apps/varnelle/Interrupt.h"
 #include "apps/varnelle/Json.h"
 #include "apps/varnelle/Output.h"
@@ -220,18 +221,13 @@ private:
     void obey(ScreenCommand command) {
         switch (command) {
             case ScreenCommand::pause: isPaused_ = !isPaused_; break;
-            case ScreenCommand::lineUp: reading_.moveLines(-1, now_); break;
-            case ScreenCommand::lineDown: reading_.moveLines(1, now_); break;
-            case ScreenCommand::paragraphUp: reading_.moveParagraphs(-1, now_); break;
-            case ScreenCommand::paragraphDown: reading_.moveParagraphs(1, now_); break;
-            case ScreenCommand::chapterUp: reading_.moveChapters(-1, now_); break;
-            case ScreenCommand::chapterDown: reading_.moveChapters(1, now_); break;
             case ScreenCommand::restart: reading_.restart(now_); break;
             case ScreenCommand::resized:
                 reading_.layOut(screen_->linesFor(reading_.script()));
                 break;
             case ScreenCommand::quit: hasQuit_ = true; break;
             case ScreenCommand::interrupt: hasQuit_ = wasInterruptKey_ = true; break;
+            default: moveByHand(reading_, command, now_); break;
         }
     }
 

@@ -12,18 +12,19 @@
 
 namespace Varnelle {
 
-std::unique_ptr<Listener> soundListener(const Script& script, std::unique_ptr<SoundSource> sound,
-                                        Complaints& complaints) {
+std::unique_ptr<Recogniser> machineRecogniser(const Script& script, Complaints& complaints) {
     std::vector<Text> tokens;
     for (const ScriptToken& token : script.tokens()) {
         tokens.push_back(token.text);
     }
-    return std::make_unique<SoundListener>(
-        std::move(sound), std::make_unique<RecogniserProcess>(
-                              [tokens = std::move(tokens)] {
-                                  return std::make_unique<PocketSphinxRecogniser>(tokens);
-                              },
-                              [&complaints](const std::string& why) { complaints.say(why); }));
+    return std::make_unique<RecogniserProcess>(
+        [tokens = std::move(tokens)] { return std::make_unique<PocketSphinxRecogniser>(tokens); },
+        [&complaints](const std::string& why) { complaints.say(why); });
+}
+
+std::unique_ptr<Listener> soundListener(const Script& script, std::unique_ptr<SoundSource> sound,
+                                        Complaints& complaints) {
+    return std::make_unique<SoundListener>(std::move(sound), machineRecogniser(script, complaints));
 }
 
 namespace {

@@ -10,12 +10,17 @@
 #include "apps/varnelle/ExitStatus.h"
 #include "apps/varnelle/Follow.h"
 #include "host/Listener.h"
+#include "host/Recogniser.h"
 #include "host/SoundSource.h"
 
 namespace Varnelle {
 
-/// `sound`, heard by the recogniser of this machine, which is told the script and runs in a process
-/// of its own; what ends it is told to `complaints`. Throws Unavailable without a recogniser.
+/// The recogniser of this machine, which is told the script and runs in a process of its own; what
+/// ends it is told to `complaints`. Throws Unavailable without one.
+[[nodiscard]] std::unique_ptr<Recogniser> machineRecogniser(const Script& script,
+                                                            Complaints& complaints);
+
+/// `sound`, heard by machineRecogniser.
 [[nodiscard]] std::unique_ptr<Listener> soundListener(const Script& script,
                                                       std::unique_ptr<SoundSource> sound,
                                                       Complaints& complaints);

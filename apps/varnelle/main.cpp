@@ -25,6 +25,7 @@
 #include "apps/varnelle/FollowCommand.h"
 #include "apps/varnelle/Output.h"
 #include "apps/varnelle/ShowScript.h"
+#include "apps/varnelle/TakeCommand.h"
 #include "host/Failures.h"
 
 namespace {
@@ -240,6 +241,45 @@ std::vector<std::string> formatNames() {
     return names;
 }
 
+void addTakeOptions(CLI::App& command, TakeArguments& arguments) {
+    command.add_option("SCRIPT", arguments.script, "the script, UTF-8 text; - is standard input")
+        ->required();
+    auto* const audio =
+        command.add_option("--audio", arguments.audio, "a recorded session; - is standard input");
+    command
+        .add_option("--microphone", arguments.microphone,
+                    "the microphone of that name, or the system's choice")
+        ->expected(0, 1)
+        ->default_str("")
+        ->excludes(audio);
+    command.add_option("--to", arguments.folder, "the folder for the takes")->required();
+    command
+        .add_option("--countdown", arguments.countdown,
+                    "seconds before a take begins (default 5 at a microphone, else 0)")
+        ->check(numberBetween<std::int64_t>(0, 3600));
+    command.add_flag("!--no-claps", arguments.listensForClaps,
+                     "record at once; claps are no commands");
+    command.add_flag("--continue", arguments.goesOn,
+                     "go on in the script where the last take ended");
+    command.add_option_function<std::string>(
+        "--time-zone",
+        [&arguments](const std::string& identifier) {
+            const auto zone = PrompterCore::TimeZone::fromIdentifier(identifier);
+            if (!zone) throw CLI::ValidationError("--time-zone", identifier + " is no time zone");
+            arguments.timeZone = *zone;
+        },
+        "the takes' names say the time there (default: here)");
+}
+
+void checkTake(const TakeArguments& take, const FollowArguments& shown) {
+    if (!take.audio && !take.microphone)
+        throw CLI::ValidationError("take", "--audio or --microphone says what to record");
+    if (take.script == "-" && take.audio == "-")
+        throw CLI::ValidationError("take", "only one thing can be read from standard input");
+    if (take.microphone && (shown.speed || shown.fast))
+        throw CLI::ValidationError("take", "a microphone has its own pace");
+}
+
 int status(ExitStatus exit) { return static_cast<int>(exit); }
 
 int failed(const std::string& why, ExitStatus exit) {
@@ -259,6 +299,7 @@ int run(int argc, char** argv) {
         "Examples:\n"
         "  varnelle demo                              the sample, followed on this terminal\n"
         "  varnelle follow talk.txt --audio talk.wav  the prompter follows a recorded reading\n"
+        "  varnelle take talk.txt --microphone --to Takes   two claps begin and end a take\n"
         "  varnelle script talk.txt                   words, reading time and chapters\n"
         "  varnelle lines talk.txt --width 40         the prompt lines\n"
         "  varnelle chapters talk.txt move 3 1        the text with its chapters in another "
@@ -326,6 +367,24 @@ int run(int argc, char** argv) {
         "terminal to show it on it goes as fast as it can.");
     addFollowOptions(demoApp, shown);
     demoApp.callback([&] { exit = demo(shown.options(Unseen::asFastAsItGoes)); });
+
+    TakeArguments take;
+    FollowArguments taken;
+    CLI::App& takeApp = *app.add_subcommand(
+        "take",
+        "Examples:\n"
+        "  varnelle take talk.txt --microphone --to Takes\n"
+        "  varnelle take talk.txt --audio session.wav --to Takes\n\n"
+        "Records takes of SCRIPT. Two claps begin a take after a countdown, two claps end it.\n"
+        "From a sound file the takes are cut out, as fast as it goes unless --speed is given.");
+    addTakeOptions(takeApp, take);
+    addFollowOptions(takeApp, taken);
+    takeApp.callback([&] {
+        checkTake(take, taken);
+        // Cutting takes out of a recording is no reading: nobody watches, unless they say how fast.
+        if (take.audio && !taken.speed) taken.fast = taken.plain = true;
+        exit = takeCommand(take, taken.options(Unseen::inTime));
+    });
 
     std::string script;
     bool json = false;
@@ -403,8 +462,10 @@ void holdClosedStreams() {
 
 int main(int argc, char** argv) {
     holdClosedStreams();
-    // A reader of our output that goes away is noticed by the write that fails.
+    // A reader of our output that goes away is noticed by the write that fails, and so is a limit
+    // on a file's size.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return run(argc, argv);
     } catch (const NoInput& failure) {

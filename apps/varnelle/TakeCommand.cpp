@@ -1,0 +1,119 @@
+#include "apps/varnelle/TakeCommand.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <memory>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include <fmt/format.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "PrompterCore/takes/Countdown.h"
+#include "PrompterCore/takes/FreeSpace.h"
+#include "apps/varnelle/Complaints.h"
+#include "apps/varnelle/FollowCommand.h"
+#include "apps/varnelle/Session.h"
+#include "host/Failures.h"
+#include "host/SoundFileSource.h"
+#include "host/TextFile.h"
+
+namespace Varnelle {
+
+namespace {
+
+using Moment = std::chrono::system_clock::time_point;
+
+constexpr std::int64_t bytesPerMinute = 2 * 60 * 128'000 / 8;  // as recorded and as saved
+constexpr std::int64_t scarceMinutes = 30;
+
+void prepare(const std::filesystem::path& folder) {
+    const auto refuse = [&](int error) {
+        throw CannotWrite(folder.string() + ": no takes can be stored here (" +
+                          std::strerror(error) + ")");
+    };
+    if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) refuse(errno);
+    if (!std::filesystem::is_directory(folder)) refuse(ENOTDIR);
+    if (access(folder.c_str(), W_OK | X_OK) != 0) refuse(errno);
+}
+
+void warnWhenSpaceIsScarce(const std::filesystem::path& folder, Complaints& complaints) {
+    const auto bytes = PrompterCore::FreeSpace::bytesAt(folder);
+    if (!bytes || *bytes / bytesPerMinute >= scarceMinutes) return;
+    complaints.say(fmt::format("{}: room for about {} more minutes of takes", folder.string(),
+                               *bytes / bytesPerMinute));
+}
+
+std::optional<Text> titleOf(const std::string& scriptFile, const Script& script) {
+    if (scriptFile != "-") return Text(std::filesystem::path(scriptFile).stem().string());
+    if (script.headings().empty()) return std::nullopt;
+    return script.headings().front().title;
+}
+
+// When a file's sound began: a recorder writes the file's date at its end.
+Moment beginningOf(const std::string& name, double duration) {
+    struct stat status {};
+    if (name == "-" || stat(name.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::chrono::system_clock::now();
+    const auto end = std::chrono::seconds(status.st_mtim.tv_sec) +
+                     std::chrono::nanoseconds(status.st_mtim.tv_nsec);
+    return Moment(std::chrono::duration_cast<Moment::duration>(
+        end - std::chrono::duration<double>(duration)));
+}
+
+}  // namespace
+
+ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& options) {
+    const Script script(readText(arguments.script));
+    Complaints complaints(options.display);
+    std::unique_ptr<SoundSource> sound;
+    Moment beginning = std::chrono::system_clock::now();
+    if (arguments.audio) {
+        auto file = std::make_unique<SoundFileSource>(*arguments.audio);
+        beginning = beginningOf(*arguments.audio, file->duration());
+        sound = std::move(file);
+    } else {
+        throw Unavailable("this build hears no microphone");
+    }
+    prepare(arguments.folder);
+    warnWhenSpaceIsScarce(arguments.folder, complaints);
+    const std::vector<SavedTake> recovered = TakeWriter::recover(arguments.folder);
+
+    const bool isSeen = arguments.microphone && arguments.listensForClaps;
+    const TakePlan plan{
+        .folder = arguments.folder,
+        .title = titleOf(arguments.script, script),
+        .timeZone = arguments.timeZone,
+        .countdown = arguments.countdown.value_or(isSeen ? PrompterCore::Countdown::standard : 0),
+        .listensForClaps = arguments.listensForClaps,
+        .goesOn = arguments.goesOn,
+        .dateAt =
+            [beginning](double time) {
+                return beginning + std::chrono::duration_cast<Moment::duration>(
+                                       std::chrono::duration<double>(time));
+            },
+        .recogniser = [&] { return machineRecogniser(script, complaints); }};
+    const SessionResult result = runSession(script, *sound, plan, options, recovered);
+
+    for (const SavedTake& take : recovered) {
+        if (take.trouble) complaints.say(*take.trouble);
+    }
+    const auto trouble = sound->trouble();
+    if (trouble) complaints.say(*trouble);
+    if (result.trouble) {
+        complaints.say(*result.trouble);
+        return ExitStatus::cannotWrite;
+    }
+    if (result.wasInterrupted) return ExitStatus::interrupted;
+    if (trouble) return ExitStatus::badData;
+    if (result.takes > 0 || !arguments.audio) return ExitStatus::done;
+    complaints.say(
+        fmt::format("{}: no take; nowhere in its {:.0f} seconds are two claps to begin one",
+                    shownName(*arguments.audio), result.seconds));
+    return ExitStatus::badData;
+}
+
+}  // namespace Varnelle
