@@ -113,7 +113,7 @@ void TakeRecorder::prepare() {
 
 void TakeRecorder::begin(double time, std::vector<TakeNews>& news) {
     const std::int64_t place = std::max(placeAt(time), tail_.begin());
-    const auto date = plan_.dateAt(time);
+    const auto date = plan_.dateAt(time, this->time() - time);
     prepare();
     take_.reset(
         new Take{.number = begun_ + 1,

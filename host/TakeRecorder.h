@@ -46,8 +46,8 @@ struct TakePlan {
     bool listensForClaps = true;
     bool goesOn =
         false;  ///< a take goes on where the last one ended; else it begins at the script's start
-    /// The date of a session's time.
-    std::function<std::chrono::system_clock::time_point(double)> dateAt;
+    /// The date of the session's time `time`, which was `ago` seconds of sound ago.
+    std::function<std::chrono::system_clock::time_point(double time, double ago)> dateAt;
     /// One for each take, made before the take begins.
     std::function<std::unique_ptr<Recogniser>()> recogniser;
 };

@@ -15,9 +15,11 @@
 #include "PrompterCore/takes/Countdown.h"
 #include "PrompterCore/takes/FreeSpace.h"
 #include "apps/varnelle/Complaints.h"
+#include "apps/varnelle/Devices.h"
 #include "apps/varnelle/FollowCommand.h"
 #include "apps/varnelle/Session.h"
 #include "host/Failures.h"
+#include "host/Microphone.h"
 #include "host/SoundFileSource.h"
 #include "host/TextFile.h"
 
@@ -70,13 +72,15 @@ ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& opti
     const Script script(readText(arguments.script));
     Complaints complaints(options.display);
     std::unique_ptr<SoundSource> sound;
-    Moment beginning = std::chrono::system_clock::now();
+    std::optional<Moment> beginning;  // absent for what sounds now
     if (arguments.audio) {
         auto file = std::make_unique<SoundFileSource>(*arguments.audio);
         beginning = beginningOf(*arguments.audio, file->duration());
         sound = std::move(file);
     } else {
-        throw Unavailable("this build hears no microphone");
+        sound = std::make_unique<Microphone>(
+            askedInput(*arguments.microphone),
+            [&complaints](const std::string& why) { complaints.say(why); });
     }
     prepare(arguments.folder);
     warnWhenSpaceIsScarce(arguments.folder, complaints);
@@ -91,9 +95,13 @@ ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& opti
         .listensForClaps = arguments.listensForClaps,
         .goesOn = arguments.goesOn,
         .dateAt =
-            [beginning](double time) {
-                return beginning + std::chrono::duration_cast<Moment::duration>(
-                                       std::chrono::duration<double>(time));
+            [beginning](double time, double ago) {
+                const auto span = [](double seconds) {
+                    return std::chrono::duration_cast<Moment::duration>(
+                        std::chrono::duration<double>(seconds));
+                };
+                return beginning ? *beginning + span(time)
+                                 : std::chrono::system_clock::now() - span(ago);
             },
         .recogniser = [&] { return machineRecogniser(script, complaints); }};
     const SessionResult result = runSession(script, *sound, plan, options, recovered);
@@ -108,7 +116,7 @@ ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& opti
         return ExitStatus::cannotWrite;
     }
     if (result.wasInterrupted) return ExitStatus::interrupted;
-    if (trouble) return ExitStatus::badData;
+    if (trouble && arguments.audio) return ExitStatus::badData;
     if (result.takes > 0 || !arguments.audio) return ExitStatus::done;
     complaints.say(
         fmt::format("{}: no take; nowhere in its {:.0f} seconds are two claps to begin one",

@@ -246,19 +246,26 @@ void addTakeOptions(CLI::App& command, TakeArguments& arguments) {
         ->required();
     auto* const audio =
         command.add_option("--audio", arguments.audio, "a recorded session; - is standard input");
-    command
-        .add_option("--microphone", arguments.microphone,
-                    "the microphone of that name, or the system's choice")
-        ->expected(0, 1)
-        ->default_str("")
-        ->excludes(audio);
+    auto* const microphone =
+        command
+            .add_option_function<std::string>(
+                "--microphone",
+                [&arguments](const std::string& input) { arguments.microphone = input; },
+                "an audio input by its id or name; without one, the default")
+            ->expected(0, 1)
+            ->type_name("[NAME]")
+            ->excludes(audio);
+    for (const char* pace : {"--speed", "--fast"}) {
+        microphone->excludes(command.get_option(pace));
+    }
     command.add_option("--to", arguments.folder, "the folder for the takes")->required();
     command
         .add_option("--countdown", arguments.countdown,
                     "seconds before a take begins (default 5 at a microphone, else 0)")
         ->check(numberBetween<std::int64_t>(0, 3600));
-    command.add_flag("!--no-claps", arguments.listensForClaps,
-                     "record at once; claps are no commands");
+    command.add_flag_callback(
+        "--no-claps", [&arguments] { arguments.listensForClaps = false; },
+        "record at once; claps are no commands");
     command.add_flag("--continue", arguments.goesOn,
                      "go on in the script where the last take ended");
     command.add_option_function<std::string>(
@@ -271,13 +278,11 @@ void addTakeOptions(CLI::App& command, TakeArguments& arguments) {
         "the takes' names say the time there (default: here)");
 }
 
-void checkTake(const TakeArguments& take, const FollowArguments& shown) {
+void checkTake(const TakeArguments& take) {
     if (!take.audio && !take.microphone)
         throw CLI::ValidationError("take", "--audio or --microphone says what to record");
     if (take.script == "-" && take.audio == "-")
         throw CLI::ValidationError("take", "only one thing can be read from standard input");
-    if (take.microphone && (shown.speed || shown.fast))
-        throw CLI::ValidationError("take", "a microphone has its own pace");
 }
 
 int status(ExitStatus exit) { return static_cast<int>(exit); }
@@ -377,10 +382,10 @@ int run(int argc, char** argv) {
         "  varnelle take talk.txt --audio session.wav --to Takes\n\n"
         "Records takes of SCRIPT. Two claps begin a take after a countdown, two claps end it.\n"
         "From a sound file the takes are cut out, as fast as it goes unless --speed is given.");
-    addTakeOptions(takeApp, take);
     addFollowOptions(takeApp, taken);
+    addTakeOptions(takeApp, take);
     takeApp.callback([&] {
-        checkTake(take, taken);
+        checkTake(take);
         // Cutting takes out of a recording is no reading: nobody watches, unless they say how fast.
         if (take.audio && !taken.speed) taken.fast = taken.plain = true;
         exit = takeCommand(take, taken.options(Unseen::inTime));

@@ -277,7 +277,7 @@ TEST(TakeCommand, AKilledSessionKeepsItsTakesAndTheNextOneSavesTheRest) {
         room(60).clapAt(1).clapAt(1.3).clapAt(3).clapAt(3.3).clapAt(5).clapAt(5.3).mixAt(
             6, spoken(0, 50)));
     {
-        RunningCommand command(varnelle(recording.arguments({"--json", "--speed", "8"})));
+        RunningCommand command(varnelle(recording.arguments({"--json", "--speed", "20"})));
         ASSERT_TRUE(command.readUntil("The Keeper"));
         command.send(SIGKILL);
         EXPECT_EQ(command.finish().status, 137);
@@ -320,7 +320,7 @@ TEST(TakeCommand, AnInterruptKeepsTheRunningTake) {
 TEST(TakeCommand, WhenNobodyReadsTheOutputAnyMoreTheTakeIsSavedAllTheSame) {
     Recording recording(
         room(30).clapAt(1).clapAt(1.3).mixAt(2, spoken(0, 20)).clapAt(25).clapAt(25.3));
-    RunningCommand command(varnelle(recording.arguments({"--json", "--speed", "8"})));
+    RunningCommand command(varnelle(recording.arguments({"--json", "--speed", "20"})));
     ASSERT_TRUE(command.readUntil("recording"));
     command.closeOutput();
     static_cast<void>(command.finish());
@@ -394,8 +394,7 @@ TEST(TakeCommand, WrongArgumentsAreSaid) {
         {{"take", sampleScript, "--audio", recording.sound()}, "--to is required"},
         {{"take", "-", "--audio", "-", "--to", "."},
          "only one thing can be read from standard input"},
-        {{"take", sampleScript, "--microphone", "--to", ".", "--speed", "2"},
-         "a microphone has its own pace"},
+        {{"take", sampleScript, "--microphone", "--to", ".", "--speed", "2"}, "excludes"},
         {recording.arguments({"--countdown", "-1"}), "-1 is no whole number from 0 to 3600"},
         {{"take", sampleScript, "--audio", recording.sound(), "--to", ".", "--time-zone",
           "Nowhere"},
