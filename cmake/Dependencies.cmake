@@ -22,14 +22,19 @@ macro(promptercore_pkg target package module)
   endif()
 endmacro()
 
+find_package(PkgConfig QUIET)
+if(NOT PKG_CONFIG_FOUND)
+  promptercore_missing("pkg-config" pkg-config)
+endif()
+
 promptercore_find("ICU" libicu-dev ICU COMPONENTS uc i18n)
 promptercore_find("nlohmann/json" nlohmann-json3-dev nlohmann_json)
 
+if(NOT APPLE)
+  promptercore_pkg(LibSecret libsecret-1-dev libsecret-1)
+endif()
+
 if(PROMPTERCORE_BUILD_HOST)
-  find_package(PkgConfig QUIET)
-  if(NOT PKG_CONFIG_FOUND)
-    promptercore_missing("pkg-config" pkg-config)
-  endif()
   promptercore_find("{fmt}" libfmt-dev fmt)
   promptercore_pkg(CLI11 libcli11-dev CLI11)
   promptercore_pkg(Ncursesw libncurses-dev ncursesw)
