@@ -44,17 +44,21 @@ constexpr struct {
     {locked, "The keyring is locked; unlock it and try again."},
 };
 
-const SecretSchema schema = {"PrompterCore.GenericPassword",
-                             SECRET_SCHEMA_NONE,
-                             {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING}, {}},
-                             0,
-                             0,
-                             0,
-                             0,
-                             0,
-                             0,
-                             0,
-                             0};
+// The class is an attribute like the service, and not the name of the schema: a locked keyring is
+// searched by the hashes of attributes, and forgets schemas that it does not know.
+constexpr const char* ourClass = "PrompterCore.GenericPassword";
+const SecretSchema schema = {
+    ourClass,
+    SECRET_SCHEMA_DONT_MATCH_NAME,
+    {{"class", SECRET_SCHEMA_ATTRIBUTE_STRING}, {"service", SECRET_SCHEMA_ATTRIBUTE_STRING}, {}},
+    0,
+    0,
+    0,
+    0,
+    0,
+    0,
+    0,
+    0};
 
 struct Unref {
     void operator()(void* object) const { g_object_unref(object); }
@@ -176,7 +180,7 @@ private:
     void connect() {
         bus_.reset(ask<GDBusConnection*>(
             [](auto... reply) { g_bus_get(G_BUS_TYPE_SESSION, reply...); }, g_bus_get_finish));
-        // The bus may go away without taking the host along.
+        // A session's end is noticed by the call that fails; by default it would end the program.
         if (bus_) g_dbus_connection_set_exit_on_close(bus_.get(), FALSE);
         secrets_.reset(ask<SecretService*>(
             [](auto... reply) {
@@ -187,8 +191,8 @@ private:
     }
 
     Owned<GHashTable> attributes() const {
-        return Owned<GHashTable>(
-            secret_attributes_build(&schema, "service", service_.c_str(), nullptr));
+        return Owned<GHashTable>(secret_attributes_build(&schema, "class", ourClass, "service",
+                                                         service_.c_str(), nullptr));
     }
 
     // What the service answers to `start`; null or false when it fails, or something has before.

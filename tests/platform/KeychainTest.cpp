@@ -171,7 +171,7 @@ TEST_F(KeychainTest, WriteThenReadGivesTheTrimmedText) {
             if (read) RC_ASSERT(read->utf8() == trimmed);
             RC_ASSERT(Tests::storedItems() == (trimmed.empty() ? 0u : 1u));
         },
-        60);
+        Tests::lawCases());
 }
 
 TEST_F(KeychainTest, WritingWhatWasReadChangesNothing) {
@@ -182,7 +182,7 @@ TEST_F(KeychainTest, WritingWhatWasReadChangesNothing) {
             keychain.write(read.value_or(""));
             RC_ASSERT(keychain.read() == read);
         },
-        30);
+        Tests::lawCases());
 }
 
 TEST_F(KeychainTest, FailureWithoutAMessageShowsItsNumber) {

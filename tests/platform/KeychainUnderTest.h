@@ -12,5 +12,7 @@ void startKeychain();
 void stopKeychain();
 /// All items in it, of whatever service.
 [[nodiscard]] std::size_t storedItems();
+/// How many values a law is tried with: as many as take about a second.
+[[nodiscard]] int lawCases();
 
 }  // namespace PrompterCore::Tests

@@ -28,6 +28,7 @@ KeychainWorld& keychainWorld() {
 void startKeychain() { keychainWorld() = {}; }
 void stopKeychain() {}
 std::size_t storedItems() { return keychainWorld().items.size(); }
+int lawCases() { return 200; }
 
 std::int32_t copyFromWorld(const std::string& service, std::string& found) {
     if (const auto status = refused(KeychainCall::copyMatching)) return *status;
