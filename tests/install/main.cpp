@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "PrompterCore/audio/AudioLevel.h"
+#include "PrompterCore/platform/Keychain.h"
 #include "PrompterCore/prompter/LineBreaker.h"
 #include "PrompterCore/script/ReadingTime.h"
 #include "PrompterCore/script/Script.h"
@@ -25,5 +26,7 @@ int main() {
     marker.update(0, 1.5);
     const bool isStored = toJson(marker.marks()) == R"([{"title":"Intro","seconds":1.5}])" &&
                           RecordingName::safe("a/b") == "a b";
-    return isStored && lines.size() == 2 && script.tokens().size() == 3 ? 0 : 1;
+    const bool isDescribed =
+        Keychain::Failure(-1).errorDescription() == "Could not use the keychain: status -1";
+    return isStored && isDescribed && lines.size() == 2 && script.tokens().size() == 3 ? 0 : 1;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 // The system behind the keychain, in each of the three programs that run the same tests: a list in
-// memory, our source for macOS over a double of its frameworks, and a real keyring.
+// memory, our source for macOS over a stand-in for its frameworks, and a real keyring.
 
 #include <cstddef>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 // A keychain that a test can look into and make refuse. MemoryKeychainItems.cpp shows it to the
-// library as its system; SecurityDouble.cpp as the Security framework, under our source for macOS.
+// library as its system; SecurityStandIn.cpp as the Security framework, under our source for macOS.
 //
 //   keychainWorld() = {};                                        // at the start of each test
 //   keychainWorld().refusals[KeychainCall::add] = -25308;

@@ -29,7 +29,8 @@ namespace PrompterCore::Tests {
 /// Another program's item of the same service, told from ours by its other attributes.
 class ForeignItem {
 public:
-    explicit ForeignItem(const std::string& service) : attributes_{"service", service, "user", "somebody"} {
+    explicit ForeignItem(const std::string& service)
+        : attributes_{"service", service, "user", "somebody"} {
         const auto stored = secretTool({"store", "--label=theirs"}, "theirs");
         EXPECT_EQ(stored.status, 0) << stored.error;
     }

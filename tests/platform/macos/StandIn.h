@@ -5,16 +5,13 @@
 //   StandIn::System system{.dictionary = {{"Key", "text"}}};
 //   StandIn::run(system, [] { ... });   // our sources for macOS see `system` in there
 
-#include <cstdint>
 #include <functional>
 #include <map>
-#include <optional>
 #include <string>
-#include <variant>
+
+#include "tests/platform/macos/Objects.h"
 
 namespace StandIn {
-
-using Value = std::variant<std::string, std::int64_t>;
 
 struct System {
     bool hasBundle = true;
@@ -22,7 +19,7 @@ struct System {
     std::map<std::string, Value> capacities = {};  ///< by path; no other path exists
 };
 
-/// Calls `act` with `system` in place. Returns how many objects were created and not released.
+/// Calls `act` with `system` in place. Returns how many objects were made and not released.
 int run(const System& system, const std::function<void()>& act);
 
 }  // namespace StandIn

@@ -1,10 +1,11 @@
-// Our source for macOS, run over a double of its frameworks: what it asks for, and what it leaves.
+// Our source for macOS, run over a stand-in for its frameworks: what it asks for, and what it
+// leaves.
 
 #include <gtest/gtest.h>
 
 #include "PrompterCore/platform/Keychain.h"
-#include "tests/platform/CoreFoundationDouble.h"
 #include "tests/platform/KeychainWorld.h"
+#include "tests/platform/macos/Objects.h"
 #include "tests/support/Printing.h"
 
 namespace PrompterCore {
@@ -16,7 +17,7 @@ using Tests::keychainWorld;
 class KeychainItemsMacTest : public ::testing::Test {
 protected:
     KeychainItemsMacTest() { keychainWorld() = {}; }
-    ~KeychainItemsMacTest() override { EXPECT_EQ(Tests::liveObjects(), 0) << "something leaked"; }
+    ~KeychainItemsMacTest() override { EXPECT_EQ(StandIn::liveObjects(), 0) << "something leaked"; }
 
     const Keychain keychain{"com.example.caf\u00E9"};
     const Tests::KeychainAttributes item = {{"kSecClass", "kSecClassGenericPassword"},

@@ -1,7 +1,7 @@
 #pragma once
 
 // What our sources for macOS use of the Security framework, declared as Apple's documentation has
-// it. SecurityDouble.cpp answers.
+// it. SecurityStandIn.cpp is behind it.
 
 #include <CoreFoundation/CoreFoundation.h>
 

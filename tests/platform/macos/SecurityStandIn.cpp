@@ -2,10 +2,11 @@
 
 #include <Security/Security.h>
 
-#include "tests/platform/CoreFoundationDouble.h"
 #include "tests/platform/KeychainWorld.h"
+#include "tests/platform/macos/Objects.h"
 
 using namespace PrompterCore::Tests;
+using StandIn::entriesOf;
 
 namespace {
 
@@ -28,13 +29,14 @@ KeychainAttributes remembered(CFDictionaryRef query, CFDictionaryRef change = nu
 
 extern "C" {
 
-const CFStringRef kSecClass = constantText("kSecClass");
-const CFStringRef kSecClassGenericPassword = constantText("kSecClassGenericPassword");
-const CFStringRef kSecAttrService = constantText("kSecAttrService");
-const CFStringRef kSecReturnData = constantText("kSecReturnData");
-const CFStringRef kSecMatchLimit = constantText("kSecMatchLimit");
-const CFStringRef kSecMatchLimitOne = constantText("kSecMatchLimitOne");
-const CFStringRef kSecValueData = constantText("kSecValueData");
+const CFStringRef kSecClass = StandIn::constant<CFStringRef>("kSecClass");
+const CFStringRef kSecClassGenericPassword =
+    StandIn::constant<CFStringRef>("kSecClassGenericPassword");
+const CFStringRef kSecAttrService = StandIn::constant<CFStringRef>("kSecAttrService");
+const CFStringRef kSecReturnData = StandIn::constant<CFStringRef>("kSecReturnData");
+const CFStringRef kSecMatchLimit = StandIn::constant<CFStringRef>("kSecMatchLimit");
+const CFStringRef kSecMatchLimitOne = StandIn::constant<CFStringRef>("kSecMatchLimitOne");
+const CFStringRef kSecValueData = StandIn::constant<CFStringRef>("kSecValueData");
 
 OSStatus SecItemCopyMatching(CFDictionaryRef query, CFTypeRef* result) {
     std::string bytes;

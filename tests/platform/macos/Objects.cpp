@@ -1,7 +1,8 @@
-#include "tests/platform/CoreFoundationDouble.h"
+#include "tests/platform/macos/Objects.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -10,13 +11,12 @@
 
 namespace {
 
-enum class Kind : CFTypeID { boolean = 1, text, bytes, dictionary };
+enum class Kind : CFTypeID { boolean = 1, text, bytes, number, dictionary };
 
 struct Object {
-    Object(Kind ofKind, std::string holds) : kind(ofKind), value(std::move(holds)) {}
-
     Kind kind;
-    std::string value;  // text in UTF-8, bytes, a boolean's name
+    std::string value = {};  // text in UTF-8, bytes, a boolean's name
+    std::int64_t number = 0;
     std::vector<std::pair<CFTypeRef, CFTypeRef>> entries = {};
     long owners = 1;
 };
@@ -30,9 +30,15 @@ Object& objectOf(CFTypeRef reference) {
     return *object;
 }
 
-Object* made(Kind kind, std::string value) {
+Object objectFor(const StandIn::Value& value) {
+    if (const auto* const number = std::get_if<std::int64_t>(&value))
+        return {.kind = Kind::number, .number = *number};
+    return {.kind = Kind::text, .value = std::get<std::string>(value)};
+}
+
+Object* made(Object object) {
     ++live;
-    return new Object(kind, std::move(value));
+    return new Object(std::move(object));
 }
 
 template <class Ref>
@@ -40,21 +46,20 @@ Ref as(Object* object) {
     return static_cast<Ref>(static_cast<void*>(object));
 }
 
-// UTF-16 code units of well-formed UTF-8.
-CFIndex lengthOf(const std::string& utf8) {
-    CFIndex length = 0;
-    for (const char byte : utf8) {
-        const auto value = static_cast<unsigned char>(byte);
-        if ((value & 0xC0u) != 0x80u) length += value >= 0xF0u ? 2 : 1;
-    }
-    return length;
+std::string bytesOf(const UInt8* bytes, CFIndex count) { return {bytes, bytes + count}; }
+
+// A UTF-16 unit for each byte but those that continue one, and another for the long ones.
+CFIndex unitsOf(const std::string& text) {
+    return std::count_if(text.begin(), text.end(),
+                         [](char c) { return (static_cast<UInt8>(c) & 0xC0) != 0x80; }) +
+           std::count_if(text.begin(), text.end(),
+                         [](char c) { return static_cast<UInt8>(c) >= 0xF0; });
 }
 
 const void* retain(CFAllocatorRef, const void* value) { return CFRetain(value); }
 void release(CFAllocatorRef, const void* value) { CFRelease(value); }
 
-Object trueObject(Kind::boolean, "true");
-Object falseObject(Kind::boolean, "false");
+Object trueObject{.kind = Kind::boolean, .value = "true"};
 
 }  // namespace
 
@@ -62,7 +67,6 @@ extern "C" {
 
 const CFAllocatorRef kCFAllocatorDefault = nullptr;
 const CFBooleanRef kCFBooleanTrue = as<CFBooleanRef>(&trueObject);
-const CFBooleanRef kCFBooleanFalse = as<CFBooleanRef>(&falseObject);
 const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks = {0,       retain,  release,
                                                                 nullptr, nullptr, nullptr};
 const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks = {0, retain, release, nullptr,
@@ -72,7 +76,6 @@ CFTypeRef CFRetain(CFTypeRef object) {
     ++objectOf(object).owners;
     return object;
 }
-
 void CFRelease(CFTypeRef reference) {
     Object& object = objectOf(reference);
     if (--object.owners > 0) return;
@@ -83,51 +86,50 @@ void CFRelease(CFTypeRef reference) {
     --live;
     delete &object;
 }
-
 CFTypeID CFGetTypeID(CFTypeRef object) { return static_cast<CFTypeID>(objectOf(object).kind); }
-CFTypeID CFBooleanGetTypeID() { return static_cast<CFTypeID>(Kind::boolean); }
-CFTypeID CFStringGetTypeID() { return static_cast<CFTypeID>(Kind::text); }
-CFTypeID CFDataGetTypeID() { return static_cast<CFTypeID>(Kind::bytes); }
-CFTypeID CFDictionaryGetTypeID() { return static_cast<CFTypeID>(Kind::dictionary); }
 
+CFTypeID CFStringGetTypeID() { return static_cast<CFTypeID>(Kind::text); }
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex count,
                                     CFStringEncoding encoding, Boolean) {
-    std::string utf8(bytes, bytes + count);
+    std::string utf8 = bytesOf(bytes, count);
     if (encoding != kCFStringEncodingUTF8 || !PrompterCore::Text::fromUtf8(utf8)) return nullptr;
-    return as<CFStringRef>(made(Kind::text, std::move(utf8)));
+    return as<CFStringRef>(made({.kind = Kind::text, .value = std::move(utf8)}));
 }
-
-CFIndex CFStringGetLength(CFStringRef text) { return lengthOf(objectOf(text).value); }
-
+CFIndex CFStringGetLength(CFStringRef text) { return unitsOf(objectOf(text).value); }
 CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding) { return 3 * length; }
-
 CFIndex CFStringGetBytes(CFStringRef text, CFRange range, CFStringEncoding, UInt8, Boolean,
                          UInt8* buffer, CFIndex capacity, CFIndex* used) {
     const std::string& utf8 = objectOf(text).value;
-    if (range.location != 0 || range.length != lengthOf(utf8) ||
+    if (range.location != 0 || range.length != unitsOf(utf8) ||
         capacity < static_cast<CFIndex>(utf8.size()))
-        throw std::logic_error("the double gives a text only whole");
+        throw std::logic_error("the stand-in gives a text only whole");
     std::copy(utf8.begin(), utf8.end(), buffer);
     *used = static_cast<CFIndex>(utf8.size());
     return range.length;
 }
 
+CFTypeID CFDataGetTypeID() { return static_cast<CFTypeID>(Kind::bytes); }
 CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex count) {
-    return as<CFDataRef>(made(Kind::bytes, std::string(bytes, bytes + count)));
+    return as<CFDataRef>(made({.kind = Kind::bytes, .value = bytesOf(bytes, count)}));
 }
-
 CFIndex CFDataGetLength(CFDataRef data) {
     return static_cast<CFIndex>(objectOf(data).value.size());
 }
-
 const UInt8* CFDataGetBytePtr(CFDataRef data) {
     return reinterpret_cast<const UInt8*>(objectOf(data).value.data());
+}
+
+CFTypeID CFNumberGetTypeID() { return static_cast<CFTypeID>(Kind::number); }
+Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value) {
+    if (type != kCFNumberSInt64Type) return 0;
+    *static_cast<std::int64_t*>(value) = objectOf(number).number;
+    return 1;
 }
 
 CFDictionaryRef CFDictionaryCreate(CFAllocatorRef allocator, const void** keys, const void** values,
                                    CFIndex count, const CFDictionaryKeyCallBacks* keyCallBacks,
                                    const CFDictionaryValueCallBacks* valueCallBacks) {
-    Object* const dictionary = made(Kind::dictionary, {});
+    Object* const dictionary = made({.kind = Kind::dictionary});
     for (CFIndex i = 0; i < count; ++i) {
         dictionary->entries.emplace_back(keyCallBacks->retain(allocator, keys[i]),
                                          valueCallBacks->retain(allocator, values[i]));
@@ -137,11 +139,17 @@ CFDictionaryRef CFDictionaryCreate(CFAllocatorRef allocator, const void** keys, 
 
 }  // extern "C"
 
-namespace PrompterCore::Tests {
+namespace StandIn {
 
 long liveObjects() { return live; }
 
-CFStringRef constantText(const char* utf8) { return as<CFStringRef>(new Object(Kind::text, utf8)); }
+CFTypeRef made(const Value& value) { return ::made(objectFor(value)); }
+
+CFTypeRef kept(const Value& value) {
+    static std::vector<std::unique_ptr<Object>> constants;
+    constants.push_back(std::make_unique<Object>(objectFor(value)));
+    return constants.back().get();
+}
 
 std::string valueOf(CFTypeRef object) { return objectOf(object).value; }
 
@@ -152,4 +160,4 @@ std::map<std::string, std::string> entriesOf(CFDictionaryRef dictionary) {
     return entries;
 }
 
-}  // namespace PrompterCore::Tests
+}  // namespace StandIn
