@@ -19,9 +19,6 @@
 
 namespace Varnelle {
 
-namespace {
-
-// Beside an installed program, else in the source tree that it was built from.
 std::string sampleFile(const std::string& name) {
     std::error_code error;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -31,6 +28,8 @@ std::string sampleFile(const std::string& name) {
                ? installed.string()
                : (std::filesystem::path(VARNELLE_SAMPLE_DIRECTORY) / name).string();
 }
+
+namespace {
 
 std::vector<HeardWord> spokenWords() {
     WordsListener listener(sampleFile("sample.words.jsonl"),

@@ -21,9 +21,11 @@
 #include "apps/varnelle/Demo.h"
 #include "apps/varnelle/Devices.h"
 #include "apps/varnelle/DiffCommand.h"
+#include "apps/varnelle/Doctor.h"
 #include "apps/varnelle/ExitStatus.h"
 #include "apps/varnelle/FollowCommand.h"
 #include "apps/varnelle/Output.h"
+#include "apps/varnelle/SecretCommand.h"
 #include "apps/varnelle/ShowScript.h"
 #include "apps/varnelle/TakeCommand.h"
 #include "host/Failures.h"
@@ -33,8 +35,8 @@ namespace {
 using namespace Varnelle;  // NOLINT
 
 constexpr const char* exitStatuses =
-    "Exit status: 0 done, 2 wrong usage, 65 bad data, 66 no such input, 69 device or service\n"
-    "missing, 74 output cannot be written, 130 interrupted.";
+    "Exit status: 0 done, 1 nothing found, 2 wrong usage, 65 bad data, 66 no such input, 69\n"
+    "device or service missing, 74 output cannot be written, 130 interrupted.";
 
 // NO_COLOR counts when it says anything at all.
 bool wantsColour() {
@@ -285,6 +287,32 @@ void checkTake(const TakeArguments& take) {
         throw CLI::ValidationError("take", "only one thing can be read from standard input");
 }
 
+void addSecret(CLI::App& app, ExitStatus& exit) {
+    CLI::App& command =
+        *app.add_subcommand("secret",
+                            "Examples:\n"
+                            "  varnelle secret set com.example.transcripts < value.txt\n"
+                            "  varnelle secret get com.example.transcripts\n"
+                            "  varnelle secret remove com.example.transcripts\n\n"
+                            "Keeps one value for each SERVICE in the system's keychain.");
+    command.require_subcommand(1);
+    const auto service = std::make_shared<std::string>();
+    const auto add = [&](const char* name, const char* example, const char* what,
+                         SecretAction action) {
+        CLI::App& verb = *command.add_subcommand(
+            name, fmt::format("Example:\n  varnelle secret {}\n\n{}", example, what));
+        verb.add_option("SERVICE", *service, "the name that the value is kept under")->required();
+        verb.callback([&exit, service, action] { exit = secretCommand(action, *service); });
+    };
+    add("set", "set com.example.transcripts < value.txt",
+        "Stores standard input, without the white space around it; a blank one removes the value.",
+        SecretAction::set);
+    add("get", "get com.example.transcripts", "Prints the value; exit status 1 when there is none.",
+        SecretAction::get);
+    add("remove", "remove com.example.transcripts", "Removes the value, if there is one.",
+        SecretAction::remove);
+}
+
 int status(ExitStatus exit) { return static_cast<int>(exit); }
 
 int failed(const std::string& why, ExitStatus exit) {
@@ -293,6 +321,12 @@ int failed(const std::string& why, ExitStatus exit) {
 }
 
 std::string whatIsWrong(const CLI::App& app, const CLI::Error& error) {
+    // What is too much there may be a secret.
+    const CLI::App& secret = *app.get_subcommand("secret");
+    if (!secret.get_subcommands().empty() &&
+        error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError))
+        return "secret takes one SERVICE; the value comes from standard input, never as an "
+               "argument";
     if (!app.get_subcommands().empty()) return error.what();
     const std::vector<std::string> rest = app.remaining();
     return (rest.empty() ? "a sub-command is missing" : rest.front() + " is no sub-command") +
@@ -428,6 +462,7 @@ int run(int argc, char** argv) {
     devicesApp.add_flag("--json", json, "the inputs as JSON");
     devicesApp.callback([&] { showDevices(remembered, json); });
     addDiffCommand(app, exit);
+    addSecret(app, exit);
 
     std::string clapsIn;
     CLI::App& clapsApp = *app.add_subcommand(
@@ -439,6 +474,14 @@ int run(int argc, char** argv) {
     clapsApp.add_option("AUDIO", clapsIn, "a sound file; - is standard input")->required();
     clapsApp.add_flag("--json", json, "one JSON object for each group of claps");
     clapsApp.callback([&] { exit = clapsCommand(clapsIn, json); });
+    CLI::App& doctorApp = *app.add_subcommand("doctor",
+                                              "Examples:\n"
+                                              "  varnelle doctor\n"
+                                              "  varnelle doctor --json\n\n"
+                                              "What this machine has of all that is needed, and "
+                                              "what to do about the rest.");
+    doctorApp.add_flag("--json", json, "the findings as JSON");
+    doctorApp.callback([&] { exit = doctor(json); });
 
     try {
         app.parse(argc, argv);

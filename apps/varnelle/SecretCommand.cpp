@@ -1,0 +1,76 @@
+#include "apps/varnelle/SecretCommand.h"
+
+#include <optional>
+#include <utility>
+
+#include <unistd.h>
+
+#include "PrompterCore/platform/Keychain.h"
+#include "apps/varnelle/HiddenLine.h"
+#include "apps/varnelle/Output.h"
+#include "apps/varnelle/TerminalText.h"
+#include "host/Failures.h"
+#include "host/TextFile.h"
+
+namespace Varnelle {
+
+using PrompterCore::Keychain;
+using PrompterCore::Text;
+
+namespace {
+
+Text utf8(std::string bytes, const char* what) {
+    std::optional<Text> text = Text::fromUtf8(std::move(bytes));
+    if (!text) throw BadData(std::string(what) + " is not UTF-8");
+    return *std::move(text);
+}
+
+// Absent when the question was interrupted.
+std::optional<Text> valueFor(const Text& service) {
+    if (isatty(STDIN_FILENO) == 0) return readText("-");
+    auto typed = hiddenLine("Value for " + terminalText(service.utf8()) + ": ");
+    if (!typed) return std::nullopt;
+    return utf8(*std::move(typed), "the value");
+}
+
+ExitStatus set(const Keychain& keychain) {
+    const std::optional<Text> value = valueFor(keychain.service);
+    if (!value) return ExitStatus::interrupted;
+    keychain.write(*value);
+    return ExitStatus::done;
+}
+
+ExitStatus get(const Keychain& keychain) {
+    const std::optional<Text> value = keychain.read();
+    if (!value) {
+        complain("no value can be read for " + terminalText(keychain.service.utf8()));
+        return ExitStatus::nothingFound;
+    }
+    Output output;
+    output.line(shown(value->utf8()));
+    output.flush();
+    return ExitStatus::done;
+}
+
+ExitStatus remove(const Keychain& keychain) {
+    keychain.remove();
+    return ExitStatus::done;
+}
+
+}  // namespace
+
+ExitStatus secretCommand(SecretAction action, const std::string& service) {
+    const Keychain keychain{utf8(service, "the service name")};
+    try {
+        switch (action) {
+            case SecretAction::set: return set(keychain);
+            case SecretAction::get: return get(keychain);
+            case SecretAction::remove: break;
+        }
+        return remove(keychain);
+    } catch (const Keychain::Failure& failure) {
+        throw Unavailable(failure.what());
+    }
+}
+
+}  // namespace Varnelle
