@@ -70,6 +70,10 @@ std::optional<std::int64_t> TakeSession::countdownAt(double time) const noexcept
     return countdown_->remainingAt(momentAt(time));
 }
 
+double TakeSession::countdownProgressAt(double time) const noexcept {
+    return countdown_ ? countdown_->progressAt(momentAt(time)) : 0;
+}
+
 std::optional<double> TakeSession::recordedAt(double time) const noexcept {
     if (!began_) return std::nullopt;
     return std::max(time - *began_, 0.0);

@@ -68,6 +68,8 @@ public:
     [[nodiscard]] bool isRecording() const noexcept { return began_.has_value(); }
     /// Seconds left at `time`. Absent unless a countdown runs.
     [[nodiscard]] std::optional<std::int64_t> countdownAt(double time) const noexcept;
+    /// How much of the countdown is over, from 0 to 1; 0 unless one runs.
+    [[nodiscard]] double countdownProgressAt(double time) const noexcept;
     /// Seconds since the take began. Absent unless one runs.
     [[nodiscard]] std::optional<double> recordedAt(double time) const noexcept;
     /// What the controller shows. A session is ready or in a take; nobody practises in it.

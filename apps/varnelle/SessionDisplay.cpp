@@ -15,6 +15,7 @@ namespace Varnelle {
 namespace {
 
 using PrompterCore::Overloaded;
+using PrompterCore::TakeBarMode;
 namespace RecordingClock = PrompterCore::RecordingClock;
 
 // A path as JSON and terminals take it: one that is no UTF-8 has replacement signs.
@@ -133,8 +134,9 @@ public:
     }
     void frame(TakeRecorder& recorder) override {
         const Frame frame = recorder.frame();
-        screen_->draw(
-            {.reading = recorder.reading(), .frame = frame, .paused = false, .ended = false});
+        screen_->draw({.reading = recorder.reading(),
+                       .frame = frame,
+                       .take = takeOf(recorder.session(), recorder.time())});
     }
     void end(double, std::int64_t, bool) override {
         screen_.reset();
@@ -147,6 +149,14 @@ public:
     Screen* screen() override { return screen_ ? &*screen_ : nullptr; }
 
 private:
+    static TakeDisplay takeOf(const TakeSession& session, double time) {
+        return {.status = session.statusAt(time),
+                .mode = TakeBarMode::resolve(
+                    {.countdown = session.countdownAt(time), .recording = session.isRecording()}),
+                .countdownProgress = session.countdownProgressAt(time),
+                .recordedSeconds = session.recordedAt(time)};
+    }
+
     std::optional<Screen> screen_;  // absent once it is gone
     std::vector<std::string> told_;
 };

@@ -44,6 +44,7 @@ TEST(TakeSession, TwoClapsBeginATakeAfterTheCountdownAndTwoClapsEndItBeforeThem)
     EXPECT_EQ(clapTwice(session, 1), (Events{{Kind::countdown, 1.95}}));
     EXPECT_EQ(session.countdownAt(2.0), 5);
     EXPECT_EQ(session.statusAt(4.0), ControllerStatus::countingDown(3));
+    EXPECT_NEAR(session.countdownProgressAt(4.45), 0.5, 1e-9);
     EXPECT_EQ(session.advanceTo(6.9), Events{});
     EXPECT_EQ(session.advanceTo(6.96), (Events{{Kind::began, 6.95}}));
     EXPECT_TRUE(session.isRecording());
