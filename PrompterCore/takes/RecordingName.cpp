@@ -8,7 +8,7 @@
 #include "PrompterCore/text/Characters.h"
 #include "PrompterCore/text/Dates.h"
 #include "PrompterCore/text/Locale.h"
-#include "PrompterCore/text/Patterns.h"
+#include "PrompterCore/text/RegularExpression.h"
 #include "PrompterCore/text/Trims.h"
 #include "PrompterCore/text/Utf8.h"
 
@@ -73,7 +73,7 @@ Text file(const std::optional<Text>& script, std::chrono::system_clock::time_poi
     return name.append(fileExtension(kind));
 }
 
-bool isAutomatic(const Text& name) { return Patterns::containsMatch(name, stampAtEnd); }
+bool isAutomatic(const Text& name) { return RegularExpression::containsMatch(name, stampAtEnd); }
 
 std::optional<Text> renamed(const Text& name, const Text& extension) {
     const Text cleaned = safe(name);

@@ -33,6 +33,8 @@ TEST(TimeZone, IsAbsentForAnyOtherText) {
     for (const char* identifier : {"", "Europe/Nowhere", "europe/berlin", "Berlin", " UTC",
                                    "Etc/Unknown", "GMT+99", "\u00E9", "\xFF"})
         EXPECT_EQ(TimeZone::fromIdentifier(identifier), std::nullopt) << identifier;
+    EXPECT_EQ(TimeZone::fromIdentifier(std::string_view("UTC\0", 4)), std::nullopt);
+    EXPECT_EQ(TimeZone::fromIdentifier(std::string_view("GMT+5\0", 6)), std::nullopt);
 }
 
 TEST(TimeZone, IsTheUsersOwnByDefault) {

@@ -1,13 +1,13 @@
 #include <string>
 #include <tuple>
 
-#include "PrompterCore/text/Patterns.h"
+#include "PrompterCore/text/RegularExpression.h"
 #include "tests/support/Printing.h"
 
 namespace PrompterCore {
 namespace {
 
-TEST(Patterns, MatchAnywhereCodePointByCodePoint) {
+TEST(RegularExpression, MatchAnywhereCodePointByCodePoint) {
     struct Case {
         const char* what;
         Text text;
@@ -29,12 +29,12 @@ TEST(Patterns, MatchAnywhereCodePointByCodePoint) {
     };
     for (const auto& [what, text, pattern, matches] : cases) {
         SCOPED_TRACE(what);
-        EXPECT_EQ(Patterns::containsMatch(text, pattern), matches);
+        EXPECT_EQ(RegularExpression::containsMatch(text, pattern), matches);
     }
 }
 
-TEST(PatternsDeathTest, WhatIsNoPatternStopsTheProgram) {
-    EXPECT_DEATH(std::ignore = Patterns::containsMatch("a", "("),
+TEST(RegularExpressionDeathTest, WhatIsNoPatternStopsTheProgram) {
+    EXPECT_DEATH(std::ignore = RegularExpression::containsMatch("a", "("),
                  "a pattern is a regular expression");
 }
 

@@ -1,4 +1,4 @@
-#include "PrompterCore/text/Patterns.h"
+#include "PrompterCore/text/RegularExpression.h"
 
 #include <unicode/regex.h>
 #include <unicode/unistr.h>
@@ -6,7 +6,7 @@
 #include "PrompterCore/support/Require.h"
 #include "PrompterCore/text/UnicodeLibrary.h"
 
-namespace PrompterCore::Patterns {
+namespace PrompterCore::RegularExpression {
 
 using UnicodeLibrary::piece;
 
@@ -21,4 +21,4 @@ bool containsMatch(const Text& text, std::string_view pattern) {
     return found;
 }
 
-}  // namespace PrompterCore::Patterns
+}  // namespace PrompterCore::RegularExpression
