@@ -22,8 +22,10 @@ constexpr std::string_view stampAtEnd = " \\d{4}-\\d{2}-\\d{2} at \\d{2}\\.\\d{2
 // General category Cc.
 constexpr bool isControl(char32_t c) noexcept { return c < 0x20 || (c >= 0x7F && c < 0xA0); }
 
+// "<" and ">" with a stroke are the two that a text may also hold composed: as texts they are the
+// same either way, and some file systems take them apart.
 constexpr bool isForbidden(char32_t c) noexcept {
-    return isControl(c) ||
+    return isControl(c) || c == 0x226E || c == 0x226F ||
            (c < 0x80 &&
             std::string_view("/\\:?%*|\"<>").find(static_cast<char>(c)) != std::string_view::npos);
 }

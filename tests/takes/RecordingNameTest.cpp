@@ -42,6 +42,8 @@ TEST(RecordingName, SafeKeepsWhatAFileMayBeCalled) {
                      13),
          "a b c d e f"},
         {"a slash with a mark on it", "a/\u0301b", "a b"},
+        {"signs that hold one, composed", "a\u226Eb\u226F\u0301c", "a b c"},
+        {"and decomposed", "a<\u0338b>\u0338\u0301c", "a b c"},
         {"what looks like one but is none", "a\u2215b\uFF0Fc", "a\u2215b\uFF0Fc"},
         {"invisible signs that join", "\U0001F468\u200D\U0001F469", "\U0001F468\u200D\U0001F469"},
         {"decomposed stays decomposed", "cafe\u0301", "cafe\u0301"},
@@ -59,6 +61,7 @@ TEST(RecordingName, SafeKeepsSixtyCharacters) {
     EXPECT_EQ(RecordingName::safe(sixty), sixty);
     EXPECT_EQ(RecordingName::safe(std::string(59, 'x') + " yyyy"), std::string(59, 'x'))
         << "the cut leaves a space";
+    EXPECT_EQ(RecordingName::safe(sixty + " yyyy"), sixty) << "the space goes with the cut";
     EXPECT_EQ(RecordingName::safe(std::string(58, 'x') + " yyyy"), std::string(58, 'x') + " y");
     EXPECT_EQ(RecordingName::safe(std::string(30, ' ') + sixty), sixty) << "blanks go first";
     std::string families, marked;
