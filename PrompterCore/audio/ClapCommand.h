@@ -14,6 +14,7 @@
 
 namespace PrompterCore {
 
+/// What a gesture asks of the take.
 enum class ClapCommand { start, stop };
 
 template <>

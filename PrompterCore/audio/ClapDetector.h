@@ -6,8 +6,7 @@
 // times are given in; levels are decibels relative to full scale (dBFS).
 //
 //   ClapDetector detector(48'000);
-//   for (const ClapGesture& gesture : detector.feed(buffer, time))   // for each buffer, as it
-//   comes
+//   for (const ClapGesture& gesture : detector.feed(buffer, time))   // buffer by buffer
 //       if (const auto command = clapCommandFor(gesture.count, recording)) apply(*command);
 //
 // Sound is cut into steps of 2.5 ms. A clap rises by 15 dB at once, is bright, and has lost 10 dB
@@ -40,7 +39,8 @@ public:
         double time = 0;    ///< s, of its first sample
         double level = 0;   ///< dBFS, at least -120; NaN where a sample is
         double bright = 0;  ///< energy of the differences between neighbouring samples over the
-                            ///< energy of the samples: 0 to 4, small for low and smooth sounds
+                            ///< energy of the samples: small for low and smooth sounds, up to 4
+                            ///< for sharp ones, any number where silence follows a sound
 
         friend bool operator==(const Step&, const Step&) = default;
     };

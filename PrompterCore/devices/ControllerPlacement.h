@@ -5,8 +5,7 @@
 //
 //   const std::vector<std::uint32_t> screens{1, 2};
 //   ControllerPlacement(2, 1, screens).screen;              // 1: where the operator works
-//   ControllerPlacement(1, std::nullopt, screens).screen;   // 2: the first that is not the
-//   prompter
+//   ControllerPlacement(1, std::nullopt, screens).screen;   // 2: the first but the prompter's
 
 #include <cstdint>
 #include <optional>

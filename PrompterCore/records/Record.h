@@ -127,6 +127,7 @@ private:
     std::variant<std::monostate, bool, std::int64_t, double, Text, List, Record> held_;
 };
 
+/// One key of a record with what stands under it.
 struct RecordField {
     std::string key;
     RecordValue value;

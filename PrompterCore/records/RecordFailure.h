@@ -9,6 +9,7 @@
 //       failure.what();   // "seconds": missing
 //   }
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -18,6 +19,7 @@ namespace PrompterCore {
 /// Thrown where a record cannot be read, or a number that is not finite was to be written.
 class RecordFailure : public std::runtime_error {
 public:
+    /// What sort of failure; more is in problem().
     enum class Kind {
         malformed,   ///< no JSON, a key that stands twice, or nested too deep
         missingKey,  ///< a required key is not there
@@ -28,9 +30,10 @@ public:
     /// `problem` says what is wrong with the value at hand.
     RecordFailure(Kind kind, std::string problem);
 
-    [[nodiscard]] Kind kind() const noexcept { return kind_; }
+    [[nodiscard]] Kind kind() const noexcept { return kind_; }  ///< what a caller decides by
     /// Where, from the outermost record: "presets[2].text.red". Empty for the whole.
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
+    /// What is wrong there, in words.
     [[nodiscard]] const std::string& problem() const noexcept { return problem_; }
 
     /// The same failure told from outside: of the value under `key`.

@@ -14,6 +14,7 @@
 
 namespace PrompterCore {
 
+/// What is celebrated; the raw values are stored.
 enum class Celebration { finishedSetup, firstTake };
 
 template <>

@@ -10,6 +10,7 @@
 
 namespace PrompterCore {
 
+/// A chapter, and the time at which the take first reached it.
 struct ChapterMark {
     Text title;          ///< the chapter's
     double seconds = 0;  ///< since the take began, not below 0

@@ -19,7 +19,9 @@ namespace PrompterCore::Confetti {
 inline constexpr double lifetime = 3.5;          ///< seconds; all pieces have landed before
 inline constexpr std::int64_t paletteCount = 7;  ///< colours that the host has
 
+/// One piece of paper and how it flies.
 struct Piece {
+    /// Where it is, and how much of it is seen.
     struct State {
         double x = 0;         ///< points
         double y = 0;         ///< points

@@ -66,6 +66,7 @@ public:
 
     /// In words for the user: "Recording in 3", "Ready".
     [[nodiscard]] std::string label() const;
+    /// The red of a recording from its countdown on.
     [[nodiscard]] Tone tone() const noexcept;
     /// Whether something is under way that can be left: always but when ready.
     [[nodiscard]] bool stepsBack() const noexcept;

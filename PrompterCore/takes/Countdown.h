@@ -17,6 +17,7 @@ namespace PrompterCore {
 /// A value: it knows when it began, and is asked with the moment it is.
 class Countdown {
 public:
+    /// Of the host's wall clock.
     using Moment = std::chrono::system_clock::time_point;
 
     static constexpr std::int64_t standard = 5;  ///< seconds, where nobody chose another length
@@ -26,7 +27,7 @@ public:
         : seconds_(std::max<std::int64_t>(seconds, 0)), startedAt_(startedAt) {}
 
     [[nodiscard]] std::int64_t seconds() const noexcept { return seconds_; }  ///< its length
-    [[nodiscard]] Moment startedAt() const noexcept { return startedAt_; }
+    [[nodiscard]] Moment startedAt() const noexcept { return startedAt_; }    ///< when it began
     /// Its length in seconds.
     [[nodiscard]] double duration() const noexcept { return static_cast<double>(seconds_); }
 

@@ -13,6 +13,7 @@
 
 namespace PrompterCore {
 
+/// What a take saves; the first is what counts where nothing is stored.
 enum class RecordingMode { cameraAndSound, soundOnly, nothing };
 
 template <>
@@ -40,9 +41,11 @@ struct Enumeration<RecordingMode> {
 [[nodiscard]] constexpr std::string_view explanation(RecordingMode mode) noexcept {
     return enumerationRow(mode).explanation;
 }
+/// Whether the camera is on during a take.
 [[nodiscard]] constexpr bool usesCamera(RecordingMode mode) noexcept {
     return enumerationRow(mode).usesCamera;
 }
+/// Whether a take leaves a file.
 [[nodiscard]] constexpr bool savesFile(RecordingMode mode) noexcept {
     return enumerationRow(mode).savesFile;
 }

@@ -8,6 +8,7 @@
 //   RecordingName::renamed("  ", "mov");      // absent: nothing is left of it
 
 #include <chrono>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 

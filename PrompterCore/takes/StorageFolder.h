@@ -14,6 +14,7 @@
 
 namespace PrompterCore {
 
+/// The name of a folder; where it lies is the host's.
 class StorageFolder {
 public:
     static constexpr std::string_view shipping = "Varnelle";  ///< the standard folder's name

@@ -13,6 +13,7 @@
 
 namespace PrompterCore {
 
+/// How the take bar is drawn.
 struct TakeBarLayout {
     /// From the least shown to all of it, in this order.
     enum class Density { minimal, compact, full };

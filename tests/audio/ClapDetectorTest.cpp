@@ -125,6 +125,12 @@ TEST(ClapDetector, BrightnessLooksBackAcrossSteps) {
     EXPECT_EQ(detector.steps()[1].bright, 0.0) << "the previous step ended where this one begins";
 }
 
+TEST(ClapDetector, BrightnessOfSilenceBehindASoundHasNoBound) {
+    ClapDetector detector(1600);
+    detector.feed(std::vector<float>{0.5F, 0.5F, 0.5F, 0.5F, 0, 0, 0, 0}, 0.0);
+    EXPECT_EQ(detector.steps()[1].bright, 0.25 / 4 / 1e-12);
+}
+
 TEST(ClapDetector, SquaresInSinglePrecision) {
     // In double precision neither would overflow.
     ClapDetector detector(400);

@@ -60,6 +60,10 @@ TEST(ChapterMark, NeedsBothKeys) {
          "\"seconds\": true or false where a number is required"},
         {R"({"title": null, "seconds": 1})", Kind::mismatch,
          "\"title\": null where a text is required"},
+        {R"({"title": 1, "seconds": 1})", Kind::mismatch,
+         "\"title\": a number where a text is required"},
+        {R"({"title": "a", "seconds": null})", Kind::mismatch,
+         "\"seconds\": null where a number is required"},
         {R"(["a", 1])", Kind::mismatch, "the record: a list where a record is required"},
     };
     for (const auto& [json, kind, what] : cases) {
