@@ -24,6 +24,7 @@
 #include "apps/varnelle/Doctor.h"
 #include "apps/varnelle/ExitStatus.h"
 #include "apps/varnelle/FollowCommand.h"
+#include "apps/varnelle/LibraryCommand.h"
 #include "apps/varnelle/Output.h"
 #include "apps/varnelle/SecretCommand.h"
 #include "apps/varnelle/ShowScript.h"
@@ -463,6 +464,7 @@ int run(int argc, char** argv) {
     devicesApp.callback([&] { showDevices(remembered, json); });
     addDiffCommand(app, exit);
     addSecret(app, exit);
+    addLibraryCommand(app, exit);
 
     std::string clapsIn;
     CLI::App& clapsApp = *app.add_subcommand(
