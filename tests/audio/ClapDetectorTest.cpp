@@ -3,6 +3,7 @@
 #include <limits>
 #include <numbers>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "PrompterCore/audio/ClapCommand.h"
@@ -235,6 +236,59 @@ TEST(ClapDetector, IsDeafToWhatIsNoClap) {
         none("music", room().musicAt(0.3, 2.0));
         none("claps as quiet as -50 dB", Sounds(48'000, 3.0, seed).clapAt(0.5, 0.004));
         none("claps in noise as loud", room(0.5).clapAt(0.5).clapAt(0.8));
+    }
+}
+
+// One sample a step; only the ninth is judged, with all that it needs around it.
+TEST(ClapDetector, AClapMeetsAllItsThresholds) {
+    constexpr double silent = -200;  // dBFS
+    struct Sound {
+        double background, onset;  // dBFS, of eight steps and of the judged one
+        std::vector<std::pair<std::size_t, double>> others = {};  // steps from the onset, dBFS
+    };
+    struct Case {
+        const char* what;
+        Sound sound;
+        std::size_t claps;
+    };
+    const auto tailAt = [](double level) {
+        Sound sound{.background = -200, .onset = -6};
+        for (std::size_t step = 10; step <= 18; ++step)
+            sound.others.emplace_back(step, level);
+        return sound;
+    };
+    const Case cases[] = {
+        {"just above -50 dB", {silent, -49.99}, 1},
+        {"just below", {silent, -50.01}, 0},
+        {"a rise of more than 15 dB", {-21.01, -6}, 1},
+        {"of less", {-20.99, -6}, 0},
+        {"an attack of more than 9 dB", {-40, -30.99, {{1, -20}}}, 1},
+        {"of less", {-40, -31.01, {{1, -20}}}, 0},
+        {"a peak two steps behind the onset", {-40, -30, {{2, -20}}}, 1},
+        {"three are too many", {-40, -30, {{3, -20}}}, 0},
+        // (1 - 0.684)^2 and (1 - 0.683)^2 on either side of 0.1.
+        {"a peak of brightness 0.0999", {silent, 20 * std::log10(0.684), {{1, 0}}}, 0},
+        {"a peak of brightness 0.1005", {silent, 20 * std::log10(0.683), {{1, 0}}}, 1},
+        {"of two equal peaks the first, which is bright", {silent, -6, {{1, -6}}}, 1},
+        {"a decay of more than 10 dB", tailAt(-16.01), 1},
+        {"of less", tailAt(-15.99), 0},
+        {"loud just before the tail", {silent, -6, {{9, -6}}}, 1},
+        {"loud as the tail begins", {silent, -6, {{10, -6}}}, 0},
+        {"loud as it ends", {silent, -6, {{18, -6}}}, 0},
+    };
+    for (const auto& [what, sound, claps] : cases) {
+        SCOPED_TRACE(what);
+        const auto amplitude = [](double level) {
+            return static_cast<float>(std::pow(10.0, level / 20));
+        };
+        std::vector<float> samples(8, amplitude(sound.background));
+        samples.resize(8 + 1 + 18);
+        samples[8] = amplitude(sound.onset);
+        for (const auto& [step, level] : sound.others)
+            samples[8 + step] = amplitude(level);
+        ClapDetector detector(400);
+        EXPECT_TRUE(detector.feed(samples, 0.0).empty());
+        EXPECT_EQ(detector.feed({}, 10.0).size(), claps);
     }
 }
 
