@@ -133,4 +133,13 @@ Text caseFolded(const Text& text, LetterI letterI) {
     return result;
 }
 
+Text uppercased(const Text& text) {
+    std::string result;
+    icu::StringByteSink<std::string> sink(&result);
+    UErrorCode status = U_ZERO_ERROR;
+    icu::CaseMap::utf8ToUpper("", 0, piece(text.utf8()), sink, nullptr, status);
+    require(U_SUCCESS(status), "a well-formed text can be upper-cased");
+    return result;
+}
+
 }  // namespace PrompterCore

@@ -1,11 +1,12 @@
 #pragma once
 
-// Folding and lower-casing, without a locale but for the one that a caller names.
+// Folding, lower-casing and upper-casing, without a locale but for the one that a caller names.
 //
 //   folded("Café")        // "Cafe": a reader may leave the accent out
 //   folded("が")           // "が": the voicing mark makes another letter, so it stays
 //   folded("１２ｶﾞ")        // "12ガ": full-width and half-width forms go to the ordinary ones
 //   lowercased("ΣΑΣ")     // "σας": with the final sigma
+//   uppercased("straße")  // "STRASSE"
 //   caseFolded("Straße")  // "strasse": what compares equal without regard to case
 
 #include "PrompterCore/text/Text.h"
@@ -24,6 +25,9 @@ namespace PrompterCore {
 
 /// Full lower-casing by Unicode, without a locale.
 [[nodiscard]] Text lowercased(const Text& text);
+
+/// Full upper-casing by Unicode, without a locale.
+[[nodiscard]] Text uppercased(const Text& text);
 
 /// Which small letter the capital I goes with: the dotted one, or in Turkish the dotless one.
 enum class LetterI { dotted, dotless };
