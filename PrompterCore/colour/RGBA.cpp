@@ -1,11 +1,11 @@
 #include "PrompterCore/colour/RGBA.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <string_view>
 
+#include "PrompterCore/colour/HexDigits.h"
 #include "PrompterCore/support/Require.h"
 #include "PrompterCore/support/Rounding.h"
 #include "PrompterCore/text/Folding.h"
@@ -13,23 +13,6 @@
 namespace PrompterCore {
 
 namespace {
-
-constexpr std::string_view digits = "0123456789ABCDEF";
-
-// A component out of its two upper-case digits.
-std::optional<double> component(std::string_view pair) noexcept {
-    const std::size_t high = digits.find(pair[0]);
-    const std::size_t low = digits.find(pair[1]);
-    if (high == std::string_view::npos || low == std::string_view::npos) return std::nullopt;
-    return static_cast<double>(16 * high + low) / 255.0;
-}
-
-void appendByte(std::string& hex, double component) {
-    const std::int64_t byte = roundedToNearest(component * 255);
-    require(0 <= byte && byte <= 255, "a colour that is written as hex lies within 0 ... 1");
-    hex += digits[static_cast<std::size_t>(byte / 16)];
-    hex += digits[static_cast<std::size_t>(byte % 16)];
-}
 
 // WCAG 2.0, "relative luminance": a component of sRGB made linear in light.
 double linear(double component) noexcept {
@@ -48,17 +31,20 @@ std::optional<RGBA> RGBA::fromHex(const Text& text) {
     const std::string all = upper.size() == 6 ? upper + "FF" : upper;
     std::array<double, 4> components{};
     for (std::size_t i = 0; i < components.size(); i++) {
-        const auto value = component(std::string_view(all).substr(2 * i, 2));
-        if (!value) return std::nullopt;
-        components[i] = *value;
+        const auto byte = HexDigits::byteAt(all, 2 * i);
+        if (!byte) return std::nullopt;
+        components[i] = *byte / 255.0;
     }
     return RGBA(components[0], components[1], components[2], components[3]);
 }
 
 std::string RGBA::hex() const {
     std::string hex = "#";
-    for (const double each : {red_, green_, blue_, alpha_})
-        appendByte(hex, each);
+    for (const double component : {red_, green_, blue_, alpha_}) {
+        const std::int64_t byte = roundedToNearest(component * 255);
+        require(0 <= byte && byte <= 255, "a colour that is written as hex lies within 0 ... 1");
+        HexDigits::append(hex, static_cast<std::uint8_t>(byte));
+    }
     return hex;
 }
 
@@ -67,9 +53,9 @@ double RGBA::luminance() const noexcept {
 }
 
 double RGBA::contrastWith(const RGBA& other) const noexcept {
-    const double mine = luminance();
-    const double others = other.luminance();
-    return (std::max(mine, others) + 0.05) / (std::min(mine, others) + 0.05);
+    const double mine = luminance() + 0.05;
+    const double others = other.luminance() + 0.05;
+    return mine > others ? mine / others : others / mine;
 }
 
 }  // namespace PrompterCore

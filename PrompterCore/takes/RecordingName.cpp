@@ -44,25 +44,10 @@ std::string withoutForbidden(std::string_view bytes) {
     return result;
 }
 
-std::string withSingleSpaces(const Characters& characters) {
-    std::string result;
-    bool isBetweenWords = false;
-    for (const Character character : characters) {
-        if (character.isWhiteSpace()) {
-            isBetweenWords = !result.empty();
-            continue;
-        }
-        if (isBetweenWords) result += ' ';
-        isBetweenWords = false;
-        result += character.utf8();
-    }
-    return result;
-}
-
 }  // namespace
 
 Text safe(const Text& name) {
-    const Characters cleaned(withSingleSpaces(Characters(withoutForbidden(name.utf8()))));
+    const Characters cleaned(withSingleBlanks(withoutForbidden(name.utf8())));
     const CharacterRange kept(0, std::min(cleaned.count(), longestName));
     return trimmedOfWhiteSpace(cleaned.slice(kept));
 }

@@ -37,4 +37,21 @@ std::string_view trimmedOfBlanks(std::string_view bytes) noexcept {
     return trimmed(bytes, CharacterClasses::isHorizontalBlank);
 }
 
+std::string withSingleBlanks(std::string_view bytes) {
+    std::string result;
+    bool isBetweenRuns = false;
+    for (std::size_t at = 0; at < bytes.size();) {
+        std::size_t behind = at;
+        const bool isBlank = CharacterClasses::isWhiteSpace(Utf8::next(bytes, behind));
+        const std::size_t end = Segmentation::clusterEnd(bytes, at);
+        if (!isBlank) {
+            if (isBetweenRuns) result += ' ';
+            result += bytes.substr(at, end - at);
+        }
+        isBetweenRuns = isBlank && !result.empty();
+        at = end;
+    }
+    return result;
+}
+
 }  // namespace PrompterCore

@@ -18,6 +18,7 @@
 
 #include "PrompterCore/audio/AudioInput.h"
 #include "PrompterCore/audio/ClapDetector.h"
+#include "PrompterCore/colour/ColourPreset.h"
 #include "PrompterCore/devices/CameraSource.h"
 #include "PrompterCore/devices/ControllerPlacement.h"
 #include "PrompterCore/devices/DisplayTarget.h"
@@ -280,6 +281,16 @@ inline std::ostream& operator<<(std::ostream& out, const DiffLine& line) {
 inline std::ostream& operator<<(std::ostream& out, const DiffSummary& summary) {
     return Tests::printRecord(out, "DiffSummary", "added", summary.added, "removed",
                               summary.removed);
+inline std::ostream& operator<<(std::ostream& out, const RGBA& colour) {
+    return Tests::printRecord(out, "RGBA", "red", colour.red(), "green", colour.green(), "blue",
+                              colour.blue(), "alpha", colour.alpha());
+}
+
+inline std::ostream& operator<<(std::ostream& out, const UUID& id) { return out << id.text(); }
+
+inline std::ostream& operator<<(std::ostream& out, const ColourPreset& preset) {
+    return Tests::printRecord(out, "ColourPreset", "id", preset.id, "name", preset.name, "text",
+                              preset.text, "highlight", preset.highlight, "marker", preset.marker);
 }
 
 }  // namespace PrompterCore

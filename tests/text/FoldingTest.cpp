@@ -287,5 +287,14 @@ TEST(Lowercasing, KeepsEquivalentTextsEquivalent) {
         2000);
 }
 
+TEST(Folding, UpperCasingIsFull) {
+    EXPECT_EQ(uppercased("").utf8(), "");
+    EXPECT_EQ(uppercased("ff8000 Az").utf8(), "FF8000 AZ");
+    EXPECT_EQ(uppercased("stra\u00DFe").utf8(), "STRASSE");
+    EXPECT_EQ(uppercased("\uFB00").utf8(), "FF") << "a ligature becomes two letters";
+    EXPECT_EQ(uppercased("i\u0131").utf8(), "II") << "no locale";
+    EXPECT_EQ(uppercased("\uFF41").utf8(), "\uFF21") << "widths stay";
+}
+
 }  // namespace
 }  // namespace PrompterCore

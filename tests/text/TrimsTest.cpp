@@ -41,6 +41,27 @@ TEST(Trims, TakeWholeCharactersOfTheirClass) {
     }
 }
 
+TEST(Trims, LeaveOneBlankBetweenRuns) {
+    struct Case {
+        const char* what;
+        std::string_view bytes, single;
+    };
+    const Case cases[] = {
+        {"nothing", "", ""},
+        {"only white space", " \t\r\n\u3000", ""},
+        {"nothing to do", "a b", "a b"},
+        {"runs, and white space around them", "  a \t\r\n b\u00A0\u2028c  ", "a b c"},
+        {"a space goes with its mark", "a \u0301b", "a b"},
+        {"a mark behind a line break is alone and stays", "a\n\u0301b", "a \u0301b"},
+        {"nothing before the first run", "\n\u0301 a", "\u0301 a"},
+        {"a zero-width space is none", "a\u200B b", "a\u200B b"},
+    };
+    for (const auto& [what, bytes, single] : cases) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(withSingleBlanks(bytes), single);
+    }
+}
+
 TEST(Trims, AreAStretchOfTheCharactersWithNoneToTrimAtItsEnds) {
     const auto law = [](const Text& text, std::string_view trimmed, auto&& isTrimmed) {
         const Characters characters(text);

@@ -1,0 +1,26 @@
+#pragma once
+
+// Colours that a user saved under a name.
+//
+//   const ColourPreset studio{.id = id, .name = "Studio", .text = white, .highlight = orange};
+
+#include <optional>
+
+#include "PrompterCore/colour/RGBA.h"
+#include "PrompterCore/colour/UUID.h"
+#include "PrompterCore/text/Text.h"
+
+namespace PrompterCore {
+
+/// Identified by its id, equal when everything is.
+struct ColourPreset {
+    UUID id;    ///< never changes, whatever the name becomes
+    Text name;  ///< as the user reads it; ColourPresetLibrary keeps it clean and unique
+    RGBA text;  ///< of the script
+    RGBA highlight;
+    std::optional<RGBA> marker = std::nullopt;  ///< absent: the marker's colour is left alone
+
+    friend bool operator==(const ColourPreset&, const ColourPreset&) = default;
+};
+
+}  // namespace PrompterCore
