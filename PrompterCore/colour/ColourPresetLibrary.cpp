@@ -66,7 +66,7 @@ std::vector<ColourPreset> removing(const UUID& id, std::vector<ColourPreset> pre
 std::optional<ColourPreset> matching(const std::optional<RGBA>& text,
                                      const std::optional<RGBA>& highlight,
                                      const std::optional<RGBA>& marker,
-                                     std::span<const ColourPreset> presets) {
+                                     const std::vector<ColourPreset>& presets) {
     if (!text || !highlight) return std::nullopt;
     const auto found = std::ranges::find_if(presets, [&](const ColourPreset& preset) {
         return preset.text == *text && preset.highlight == *highlight && preset.marker == marker;

@@ -10,7 +10,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 #include "PrompterCore/colour/ColourPreset.h"
@@ -42,6 +41,6 @@ inline constexpr std::int64_t nameLimit = 40;
 [[nodiscard]] std::optional<ColourPreset> matching(const std::optional<RGBA>& text,
                                                    const std::optional<RGBA>& highlight,
                                                    const std::optional<RGBA>& marker,
-                                                   std::span<const ColourPreset> presets);
+                                                   const std::vector<ColourPreset>& presets);
 
 }  // namespace PrompterCore::ColourPresetLibrary
