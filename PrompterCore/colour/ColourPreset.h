@@ -8,6 +8,7 @@
 
 #include "PrompterCore/colour/RGBA.h"
 #include "PrompterCore/colour/UUID.h"
+#include "PrompterCore/records/Record.h"
 #include "PrompterCore/text/Text.h"
 
 namespace PrompterCore {
@@ -19,6 +20,12 @@ struct ColourPreset {
     RGBA text;  ///< of the script
     RGBA highlight;
     std::optional<RGBA> marker = std::nullopt;  ///< absent: the marker's colour is left alone
+
+    /// The preset of a stored record. Throws RecordFailure unless every key but "marker" is there.
+    [[nodiscard]] static ColourPreset fromRecord(const Record& record);
+    /// "id", "name", "text", "highlight" and, where there is one, "marker". Throws RecordFailure
+    /// unless the colours' components are finite.
+    [[nodiscard]] Record toRecord() const;
 
     friend bool operator==(const ColourPreset&, const ColourPreset&) = default;
 };

@@ -21,6 +21,22 @@ double linear(double component) noexcept {
 
 }  // namespace
 
+RGBA RGBA::fromRecord(const Record& record) {
+    // One by one, so that the first key that is missing is the one that is complained of.
+    const auto red = record.required<double>("red");
+    const auto green = record.required<double>("green");
+    const auto blue = record.required<double>("blue");
+    return unclamped(red, green, blue, record.required<double>("alpha"));
+}
+
+Record RGBA::toRecord() const {
+    return Record()
+        .with("red", red_)
+        .with("green", green_)
+        .with("blue", blue_)
+        .with("alpha", alpha_);
+}
+
 std::optional<RGBA> RGBA::fromHex(const Text& text) {
     std::string_view written = text.utf8();
     if (written.starts_with('#')) written.remove_prefix(1);

@@ -8,10 +8,12 @@
 //   orange.hex();                                        // "#FF8000FF"
 //   RGBA::fromHex("#ff8000");                            // opaque: (1, 128/255, 0, 1)
 //   RGBA(0, 0, 0, 1).contrastWith(RGBA(1, 1, 1, 1));     // 21
+//   toJson(orange);   // {"red":1,"green":0.5,"blue":0,"alpha":1}
 
 #include <optional>
 #include <string>
 
+#include "PrompterCore/records/Record.h"
 #include "PrompterCore/text/Text.h"
 
 namespace PrompterCore {
@@ -36,6 +38,12 @@ public:
         colour.alpha_ = alpha;
         return colour;
     }
+
+    /// The colour of a stored record, its numbers as they stand. Throws RecordFailure unless all
+    /// four keys hold a number.
+    [[nodiscard]] static RGBA fromRecord(const Record& record);
+    /// "red", "green", "blue", "alpha". Throws RecordFailure unless all are finite.
+    [[nodiscard]] Record toRecord() const;
 
     /// Six hexadecimal digits (opaque) or eight, red first and alpha last, in either case, with or
     /// without one "#" in front. Absent for anything else.

@@ -42,4 +42,14 @@ std::string UUID::text() const {
     return written;
 }
 
+UUID RecordCoding<UUID>::read(const RecordValue& value) {
+    const std::optional<UUID> id = UUID::fromText(value.text());
+    if (!id)
+        throw RecordFailure(RecordFailure::Kind::mismatch,
+                            value.json() + " where a UUID is required");
+    return *id;
+}
+
+RecordValue RecordCoding<UUID>::write(const UUID& id) { return RecordValue(Text(id.text())); }
+
 }  // namespace PrompterCore

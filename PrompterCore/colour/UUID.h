@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 
+#include "PrompterCore/records/Record.h"
 #include "PrompterCore/text/Text.h"
 
 namespace PrompterCore {
@@ -44,6 +45,13 @@ public:
 
 private:
     Bytes bytes_;
+};
+
+/// Stored as its text.
+template <>
+struct RecordCoding<UUID> {
+    static UUID read(const RecordValue& value);
+    static RecordValue write(const UUID& id);
 };
 
 }  // namespace PrompterCore

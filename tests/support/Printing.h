@@ -281,6 +281,8 @@ inline std::ostream& operator<<(std::ostream& out, const DiffLine& line) {
 inline std::ostream& operator<<(std::ostream& out, const DiffSummary& summary) {
     return Tests::printRecord(out, "DiffSummary", "added", summary.added, "removed",
                               summary.removed);
+}
+
 inline std::ostream& operator<<(std::ostream& out, const RGBA& colour) {
     return Tests::printRecord(out, "RGBA", "red", colour.red(), "green", colour.green(), "blue",
                               colour.blue(), "alpha", colour.alpha());
