@@ -12,6 +12,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "PrompterCore/appearance/AppAppearance.h"
 #include "PrompterCore/audio/ClapCommand.h"
 #include "PrompterCore/audio/MicrophoneAccess.h"
 #include "PrompterCore/library/DiffOperation.h"
@@ -32,6 +33,8 @@ namespace {
 
 // clang-format off
 using AllEnumerations = ::testing::Types<
+    AppAppearance,
+    AppAppearanceScheme,
     CaptureKind,
     Celebration,
     ClapCommand,
