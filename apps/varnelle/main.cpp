@@ -18,6 +18,7 @@
 
 #include "apps/varnelle/Chapters.h"
 #include "apps/varnelle/ClapsCommand.h"
+#include "apps/varnelle/ColoursCommand.h"
 #include "apps/varnelle/Demo.h"
 #include "apps/varnelle/Devices.h"
 #include "apps/varnelle/DiffCommand.h"
@@ -452,6 +453,7 @@ int run(int argc, char** argv) {
     linesApp.callback([&] { showLines(script, width, json); });
 
     addChapters(app, exit);
+    addColours(app, wantsColour(), exit);
     std::string remembered;
     CLI::App& devicesApp = *app.add_subcommand("devices",
                                                "Examples:\n"

@@ -1,0 +1,15 @@
+#pragma once
+
+// The arguments of `varnelle colours`. What they ask for is done in CheckColours and Presets.
+
+#include <CLI/CLI.hpp>
+
+#include "apps/varnelle/ExitStatus.h"
+
+namespace Varnelle {
+
+/// Adds `colours` with its sub-commands to `app`. On a terminal they show colours if `showsColour`.
+/// `exit` outlives the parsing, which runs what is asked for and sets it.
+void addColours(CLI::App& app, bool showsColour, ExitStatus& exit);
+
+}  // namespace Varnelle
