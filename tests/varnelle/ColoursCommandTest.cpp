@@ -232,7 +232,8 @@ TEST(ColoursCommand, WhatMakesNoSenseChangesNothing) {
         expectRefusal(presets(file.name(), {"rename", "1", blank}), 2, name);
         expectRefusal(presets(file.name(), {"add", blank, "000000", "000000"}), 2, name);
     }
-    expectRefusal(presets("-", {"remove", "1"}), 2, "standard input has no place to write to");
+    expectRefusal(presets("-", {"remove", "1"}), 2,
+                  "presets: standard input has no place to write to");
     expectRefusal(presets("/no/such", {}), 66, "/no/such: No such file or directory");
     expectRefusal(presets("/no/such", {"remove", "1"}), 66, "/no/such: No such file or directory");
     const Arguments wrong[] = {{"remove"},        {"remove", "0"}, {"remove", "-1"},
