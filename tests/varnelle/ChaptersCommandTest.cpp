@@ -29,18 +29,6 @@ CommandResult chapters(std::string_view script, Arguments verb) {
     return runVarnelle(std::move(verb), {.input = std::string(script)});
 }
 
-void expectText(const CommandResult& result, std::string_view text) {
-    EXPECT_EQ(result.out, text);
-    EXPECT_EQ(result.error, "");
-    EXPECT_EQ(result.status, 0);
-}
-
-void expectRefusal(const CommandResult& result, int status, std::string_view why) {
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.error, "varnelle: " + std::string(why) + "\n");
-    EXPECT_EQ(result.status, status);
-}
-
 TEST(ChaptersCommand, ListsChaptersWithTheirReadingTimes) {
     expectText(chapters(talk, {}),
                "  1    0:00  One \u00B7 2 words \u00B7 under a minute aloud\n"

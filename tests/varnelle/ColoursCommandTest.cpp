@@ -38,18 +38,6 @@ CommandResult presets(const std::string& file, const Arguments& verb) {
     return runVarnelle(all);
 }
 
-void expectText(const CommandResult& result, std::string_view text) {
-    EXPECT_EQ(result.out, text);
-    EXPECT_EQ(result.error, "");
-    EXPECT_EQ(result.status, 0);
-}
-
-void expectRefusal(const CommandResult& result, int status, std::string_view why) {
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.error, "varnelle: " + std::string(why) + "\n");
-    EXPECT_EQ(result.status, status);
-}
-
 TEST(ColourLevels, AreThoseOfWCAG) {
     struct Case {
         double contrast;

@@ -29,6 +29,20 @@ inline CommandResult runVarnelle(std::vector<std::string> arguments,
     return runCommand(varnelle(std::move(arguments)), settings);
 }
 
+/// It did what was asked, and this is what it printed.
+inline void expectText(const CommandResult& result, std::string_view text) {
+    EXPECT_EQ(result.out, text);
+    EXPECT_EQ(result.error, "");
+    EXPECT_EQ(result.status, 0);
+}
+
+/// It said why not, in one sentence, and did nothing.
+inline void expectRefusal(const CommandResult& result, int status, std::string_view why) {
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.error, "varnelle: " + std::string(why) + "\n");
+    EXPECT_EQ(result.status, status);
+}
+
 inline const std::string sampleScript = VARNELLE_SAMPLE_DIRECTORY "/sample.txt";
 inline const std::string sampleWords = VARNELLE_SAMPLE_DIRECTORY "/sample.words.jsonl";
 inline const std::string sampleSound = VARNELLE_SAMPLE_DIRECTORY "/sample.flac";
