@@ -15,6 +15,9 @@
 #include "PrompterCore/appearance/AppAppearance.h"
 #include "PrompterCore/audio/ClapCommand.h"
 #include "PrompterCore/audio/MicrophoneAccess.h"
+#include "PrompterCore/camera/CameraBackground.h"
+#include "PrompterCore/camera/CameraFraming.h"
+#include "PrompterCore/camera/CameraRotation.h"
 #include "PrompterCore/library/DiffOperation.h"
 #include "PrompterCore/library/LineDiff.h"
 #include "PrompterCore/library/ScriptItem.h"
@@ -35,6 +38,9 @@ namespace {
 using AllEnumerations = ::testing::Types<
     AppAppearance,
     AppAppearanceScheme,
+    CameraBackground::Kind,
+    CameraFraming,
+    CameraRotation,
     CaptureKind,
     Celebration,
     ClapCommand,

@@ -21,6 +21,7 @@ struct Form {
     std::string (*readAndWritten)(const std::string& file) = nullptr;
 };
 
+std::vector<Form> cameraForms();
 std::vector<Form> colourForms();
 std::vector<Form> libraryForms();
 std::vector<Form> settingForms();

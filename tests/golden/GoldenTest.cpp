@@ -30,8 +30,8 @@ const std::filesystem::path folder = PROMPTERCORE_GOLDEN;
 
 std::vector<Form> allForms() {
     std::vector<Form> all;
-    for (auto* const forms : {Tests::colourForms, Tests::libraryForms, Tests::settingForms,
-                              Tests::takeForms, Tests::telemetryForms})
+    for (auto* const forms : {Tests::cameraForms, Tests::colourForms, Tests::libraryForms,
+                              Tests::settingForms, Tests::takeForms, Tests::telemetryForms})
         for (Form& form : forms())
             all.push_back(std::move(form));
     return all;

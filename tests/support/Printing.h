@@ -18,6 +18,10 @@
 
 #include "PrompterCore/audio/AudioInput.h"
 #include "PrompterCore/audio/ClapDetector.h"
+#include "PrompterCore/camera/CameraAdjustment.h"
+#include "PrompterCore/camera/FramePreviewLayout.h"
+#include "PrompterCore/camera/LensMarker.h"
+#include "PrompterCore/camera/ResolutionChoice.h"
 #include "PrompterCore/colour/ColourPreset.h"
 #include "PrompterCore/devices/CameraSource.h"
 #include "PrompterCore/devices/ControllerPlacement.h"
@@ -34,6 +38,9 @@
 #include "PrompterCore/script/Script.h"
 #include "PrompterCore/script/ScriptChapters.h"
 #include "PrompterCore/script/TextEdit.h"
+#include "PrompterCore/support/Clamped.h"
+#include "PrompterCore/support/ClosedRange.h"
+#include "PrompterCore/support/Geometry.h"
 #include "PrompterCore/support/IndexRange.h"
 #include "PrompterCore/support/Required.h"
 #include "PrompterCore/takes/ChapterMark.h"
@@ -116,6 +123,28 @@ inline std::ostream& operator<<(std::ostream& out, Character character) {
 template <class Unit>
 std::ostream& operator<<(std::ostream& out, const IndexRange<Unit>& range) {
     return out << '[' << range.lower() << ", " << range.upper() << ')';
+}
+
+template <class T>
+std::ostream& operator<<(std::ostream& out, const ClosedRange<T>& range) {
+    return out << '[' << range.lower() << ", " << range.upper() << ']';
+}
+
+template <std::int64_t least, std::int64_t most>
+std::ostream& operator<<(std::ostream& out, const Clamped<least, most>& value) {
+    return out << static_cast<std::int64_t>(value);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const Size& size) {
+    return Tests::printRecord(out, "Size", "width", size.width, "height", size.height);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const Point& point) {
+    return Tests::printRecord(out, "Point", "x", point.x, "y", point.y);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const Rectangle& rectangle) {
+    return Tests::printRecord(out, "Rectangle", "origin", rectangle.origin, "size", rectangle.size);
 }
 
 template <class T>
@@ -293,6 +322,38 @@ inline std::ostream& operator<<(std::ostream& out, const UUID& id) { return out 
 inline std::ostream& operator<<(std::ostream& out, const ColourPreset& preset) {
     return Tests::printRecord(out, "ColourPreset", "id", preset.id, "name", preset.name, "text",
                               preset.text, "highlight", preset.highlight, "marker", preset.marker);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const CameraResolution& resolution) {
+    return Tests::printRecord(out, "CameraResolution", "width", resolution.width, "height",
+                              resolution.height);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const FramedResolution& entry) {
+    return Tests::printRecord(out, "FramedResolution", "sensor", entry.sensor, "output",
+                              entry.output);
+}
+
+inline std::ostream& operator<<(std::ostream& out, const CameraBackground& background) {
+    return out << "CameraBackground(" << toJson(background) << ')';
+}
+
+inline std::ostream& operator<<(std::ostream& out, const CameraAdjustment& adjustment) {
+    return out << "CameraAdjustment(" << toJson(adjustment) << ')';
+}
+
+inline std::ostream& operator<<(std::ostream& out, const FrameOffset& offset) {
+    return Tests::printRecord(out, "FrameOffset", "x", offset.x(), "y", offset.y());
+}
+
+inline std::ostream& operator<<(std::ostream& out, const LensMarker& marker) {
+    return Tests::printRecord(out, "LensMarker", "x", marker.x(), "y", marker.y());
+}
+
+inline std::ostream& operator<<(std::ostream& out, const FramePreviewLayout& layout) {
+    return Tests::printRecord(out, "FramePreviewLayout", "pane", layout.pane(), "window",
+                              layout.window(), "picture", layout.picture(), "room", layout.room(),
+                              "mirrored", layout.mirrored());
 }
 
 }  // namespace PrompterCore
