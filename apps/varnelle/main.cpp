@@ -16,6 +16,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "apps/varnelle/CameraCommand.h"
 #include "apps/varnelle/Chapters.h"
 #include "apps/varnelle/ClapsCommand.h"
 #include "apps/varnelle/ColoursCommand.h"
@@ -486,6 +487,8 @@ int run(int argc, char** argv) {
                                               "what to do about the rest.");
     doctorApp.add_flag("--json", json, "the findings as JSON");
     doctorApp.callback([&] { exit = doctor(json); });
+
+    addCameraCommand(app);
 
     try {
         app.parse(argc, argv);
