@@ -36,7 +36,11 @@ function(promptercore_test room)
   # GCC 12 at -O1 sees std::string overrun its own buffer where it does not.
   target_compile_options(test-${room} PRIVATE -O1
     "$<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds;-Wno-stringop-overflow>")
-  target_precompile_headers(test-${room} PRIVATE <gtest/gtest.h> <rapidcheck.h>)
+  if(room STREQUAL support)
+    target_precompile_headers(test-${room} PRIVATE <gtest/gtest.h> <rapidcheck.h>)
+  else()
+    target_precompile_headers(test-${room} REUSE_FROM test-support)
+  endif()
   target_link_libraries(test-${room} PRIVATE
     PrompterCore::PrompterCore promptercore_test_support GTest::gtest_main)
   add_test(NAME ${room} COMMAND test-${room} --gtest_brief=1)

@@ -6,7 +6,7 @@ namespace PrompterCore {
 
 ControllerPlacement::ControllerPlacement(std::uint32_t prompter,
                                          std::optional<std::uint32_t> working,
-                                         std::span<const std::uint32_t> screens) noexcept
+                                         const std::vector<std::uint32_t>& screens) noexcept
     : screen(prompter), sharesPrompterScreen(false) {
     const auto isOther = [prompter](std::uint32_t id) { return id != prompter; };
     auto chosen = screens.end();

@@ -9,7 +9,7 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
+#include <vector>
 
 namespace PrompterCore {
 
@@ -18,7 +18,7 @@ struct ControllerPlacement {
     /// The screen `working` when it is one of `screens` and not the prompter's; else the first of
     /// `screens` that is not the prompter's; else the prompter's own.
     ControllerPlacement(std::uint32_t prompter, std::optional<std::uint32_t> working,
-                        std::span<const std::uint32_t> screens) noexcept;
+                        const std::vector<std::uint32_t>& screens) noexcept;
 
     std::uint32_t screen;       ///< the screen for the window
     bool sharesPrompterScreen;  ///< there is no other than the prompter's

@@ -41,9 +41,9 @@ public:
     // Calls `visit` with each place of `number`, counted from the end.
     template <class Visit>
     void each(std::int64_t number, Visit visit) const {
-        const auto found = std::ranges::equal_range(places_, number, {}, &Place::first);
-        for (const Place& place : found) {
-            visit(place.second);
+        auto place = std::ranges::lower_bound(places_, number, {}, &Place::first);
+        for (; place != places_.end() && place->first == number; ++place) {
+            visit(place->second);
         }
     }
 
