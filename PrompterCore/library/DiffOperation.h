@@ -10,6 +10,7 @@
 
 namespace PrompterCore {
 
+/// Which versions a piece of text is in.
 enum class DiffOperation {
     equal,    ///< in both versions
     insert,   ///< only in the new one
@@ -29,8 +30,8 @@ struct Enumeration<DiffOperation> {
 
 /// A stretch of words, or of a line, that is shown in one way.
 struct DiffSegment {
-    Text text;
-    DiffOperation operation = DiffOperation::equal;
+    Text text;                                       ///< as it is shown
+    DiffOperation operation = DiffOperation::equal;  ///< how it is highlighted
 
     friend bool operator==(const DiffSegment&, const DiffSegment&) = default;
 };

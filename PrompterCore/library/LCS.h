@@ -23,8 +23,8 @@ namespace PrompterCore::LCS {
 /// One step: what happens to one element.
 template <class Element>
 struct Step {
-    Element element;  ///< for `equal`, the old list's
-    DiffOperation operation = DiffOperation::equal;
+    Element element;                                 ///< for `equal`, the old list's
+    DiffOperation operation = DiffOperation::equal;  ///< which lists it is in
 
     friend bool operator==(const Step&, const Step&) = default;
 };

@@ -17,6 +17,7 @@
 
 namespace PrompterCore {
 
+/// Which versions a line is in.
 enum class LineChange {
     context,  ///< in both versions
     added,    ///< only in the new one
@@ -41,8 +42,8 @@ struct Enumeration<LineChange> {
 
 /// A line as it is shown.
 struct DiffLine {
-    std::int64_t id = 0;  ///< its place in the comparison, from 0
-    LineChange change = LineChange::context;
+    std::int64_t id = 0;                      ///< its place in the comparison, from 0
+    LineChange change = LineChange::context;  ///< what became of it
     /// One segment with the whole line, as `equal`; in a pair of an edited line, its words, each
     /// segment followed by a space.
     std::vector<DiffSegment> segments;
@@ -57,9 +58,10 @@ struct DiffLine {
 
 /// How many lines that are not blank came and went.
 struct DiffSummary {
-    std::int64_t added = 0;
-    std::int64_t removed = 0;
+    std::int64_t added = 0;    ///< lines
+    std::int64_t removed = 0;  ///< lines
 
+    /// True when both are 0.
     [[nodiscard]] bool isUnchanged() const noexcept { return added == 0 && removed == 0; }
 
     friend bool operator==(const DiffSummary&, const DiffSummary&) = default;

@@ -17,13 +17,18 @@ namespace PrompterCore {
 
 /// A value: holds everything below it.
 struct ScriptItem {
-    enum class Kind { folder, script };
+    /// What an item is.
+    enum class Kind {
+        folder,  ///< holds other items
+        script,  ///< holds a text
+    };
 
     Text id;    ///< unique; a path: the enclosing folder's id, "/", the item's own last component
     Text name;  ///< shown to the user, searched and sorted by
     Kind kind = Kind::script;
     std::optional<std::vector<ScriptItem>> children;  ///< absent for scripts; may be for folders
 
+    /// True for a folder, whether it has children or not.
     [[nodiscard]] bool isFolder() const noexcept { return kind == Kind::folder; }
 
     friend bool operator==(const ScriptItem&, const ScriptItem&) = default;

@@ -47,6 +47,7 @@ public:
     /// `status` is a result code of macOS's Security framework; Linux answers with the nearest one.
     explicit Failure(std::int32_t status);
 
+    /// The result code.
     [[nodiscard]] std::int32_t status() const noexcept { return status_; }
     /// "Could not use the keychain: " and the system's text for the status; without one, "status "
     /// and its number. The same as what().

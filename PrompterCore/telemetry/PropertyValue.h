@@ -21,6 +21,7 @@ namespace PrompterCore {
 /// A value of one of several types. Values of different types are never equal: 1 is not 1.0.
 class PropertyValue {
 public:
+    /// Several, in order.
     using List = std::vector<PropertyValue>;
 
     /// Nothing.
@@ -28,6 +29,7 @@ public:
     /// A boolean and nothing that merely converts to one, as a literal would.
     template <std::same_as<bool> Boolean>
     PropertyValue(Boolean value) : value_(value) {}  // NOLINT: properties are written as literals
+    /// A number.
     template <std::signed_integral Integer>
     PropertyValue(Integer value) : value_(std::int64_t{value}) {}  // NOLINT
     PropertyValue(double value) : value_(value) {}                 // NOLINT

@@ -23,33 +23,41 @@ namespace PrompterCore {
 /// One event, made at the moment when it happens.
 class TelemetryEvent {
 public:
+    /// What `launched` reports.
     struct Launched {
         bool firstRun = false;  ///< the very first start
         friend bool operator==(const Launched&, const Launched&) = default;
     };
+    /// What `modelInstalled` reports.
     struct ModelInstalled {
-        TelemetryTier tier{};
+        TelemetryTier tier{};  ///< of that model
         friend bool operator==(const ModelInstalled&, const ModelInstalled&) = default;
     };
+    /// What `readingStarted` reports.
     struct ReadingStarted {
         TelemetryTier tier{};  ///< of the model in use
         friend bool operator==(const ReadingStarted&, const ReadingStarted&) = default;
     };
+    /// What `readingFinished` reports, as a range.
     struct ReadingFinished {
         std::int64_t seconds = 0;  ///< how long it took
         friend bool operator==(const ReadingFinished&, const ReadingFinished&) = default;
     };
+    /// What `prompterShown` reports.
     struct PrompterShown {
         bool external = false;  ///< on an external display
         friend bool operator==(const PrompterShown&, const PrompterShown&) = default;
     };
+    /// What `takeRecorded` reports, as a range.
     struct TakeRecorded {
         std::int64_t seconds = 0;  ///< how long it is
         friend bool operator==(const TakeRecorded&, const TakeRecorded&) = default;
     };
+    /// `draftGenerated` reports nothing else.
     struct DraftGenerated {
         friend bool operator==(const DraftGenerated&, const DraftGenerated&) = default;
     };
+    /// `versionSaved` reports nothing else.
     struct VersionSaved {
         friend bool operator==(const VersionSaved&, const VersionSaved&) = default;
     };

@@ -8,6 +8,7 @@
 
 namespace PrompterCore {
 
+/// From the fastest to the most accurate.
 enum class TelemetryTier {
     lowLatency,  ///< the fast one
     balanced,    ///< between the two

@@ -15,23 +15,29 @@ namespace PrompterCore {
 /// A yes or no, a name out of a closed set, or a coarse range.
 class TelemetryValue {
 public:
+    /// A yes or no.
     struct Flag {
-        bool isSet = false;
+        bool isSet = false;  ///< yes
         friend bool operator==(const Flag&, const Flag&) = default;
     };
+    /// One of a closed set of names.
     struct Name {
         Text name;  ///< a raw value, such as that of a TelemetryTier
         friend bool operator==(const Name&, const Name&) = default;
     };
+    /// A coarse range.
     struct Bucket {
         Text label;  ///< one of TelemetryBucket's
         friend bool operator==(const Bucket&, const Bucket&) = default;
     };
 
+    /// A Flag.
     [[nodiscard]] static TelemetryValue flag(bool isSet) { return TelemetryValue(Flag{isSet}); }
+    /// A Name.
     [[nodiscard]] static TelemetryValue name(Text name) {
         return TelemetryValue(Name{std::move(name)});
     }
+    /// A Bucket.
     [[nodiscard]] static TelemetryValue bucket(Text label) {
         return TelemetryValue(Bucket{std::move(label)});
     }
