@@ -127,7 +127,8 @@ void addDiffCommand(CLI::App& app, ExitStatus& exit) {
         "  varnelle diff --words old.txt new.txt\n"
         "  git show HEAD:talk.txt | varnelle diff - talk.txt\n\n"
         "Shows how two versions of a script differ, line by line, with the words that changed\n"
-        "in an edited line. Exit status: 0 the same, 1 different, 2 trouble.");
+        "in an edited line.");
+    command.footer("Exit status: 0 the same, 1 different, 2 trouble.");
     command.add_option("OLD", arguments->before, "the old version; - is standard input")
         ->required();
     command.add_option("NEW", arguments->after, "the new version; - is standard input")->required();

@@ -42,6 +42,16 @@ std::string command() {
     return isOnPath("less") ? "less -FRX" : "";
 }
 
+// Signals that a pager gets as our caller left them, though we put them aside.
+sigset_t forThePager(const struct sigaction& interrupt, const struct sigaction& quit) {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    if (interrupt.sa_handler != SIG_IGN) sigaddset(&signals, SIGINT);
+    if (quit.sa_handler != SIG_IGN) sigaddset(&signals, SIGQUIT);
+    return signals;
+}
+
 }  // namespace
 
 Pager::Pager() {
@@ -54,8 +64,18 @@ Pager::Pager() {
     posix_spawn_file_actions_adddup2(&files, ends[0], STDIN_FILENO);
     std::array<std::string, 3> words{"/bin/sh", "-c", pager};
     std::array<char*, 4> arguments{words[0].data(), words[1].data(), words[2].data(), nullptr};
+    struct sigaction ignored {};
+    ignored.sa_handler = SIG_IGN;
+    sigaction(SIGINT, &ignored, &interrupt_);
+    sigaction(SIGQUIT, &ignored, &quit_);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    const sigset_t signals = forThePager(interrupt_, quit_);
+    posix_spawnattr_setsigdefault(&attributes, &signals);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
     const int failure =
-        posix_spawn(&process_, "/bin/sh", &files, nullptr, arguments.data(), environ);
+        posix_spawn(&process_, "/bin/sh", &files, &attributes, arguments.data(), environ);
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&files);
     close(ends[0]);
     if (failure == 0) {
@@ -63,6 +83,7 @@ Pager::Pager() {
         dup2(ends[1], STDOUT_FILENO);
     } else {
         process_ = -1;
+        restoreKeys();
     }
     close(ends[1]);
 }
@@ -72,8 +93,15 @@ void Pager::finish() noexcept {
     std::fflush(stdout);  // what nobody reads any more is lost on purpose
     dup2(terminal_, STDOUT_FILENO);
     close(std::exchange(terminal_, -1));
-    while (waitpid(std::exchange(process_, -1), nullptr, 0) < 0 && errno == EINTR) {
+    while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
     }
+    process_ = -1;
+    restoreKeys();
+}
+
+void Pager::restoreKeys() const noexcept {
+    sigaction(SIGINT, &interrupt_, nullptr);
+    sigaction(SIGQUIT, &quit_, nullptr);
 }
 
 }  // namespace Varnelle

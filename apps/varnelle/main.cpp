@@ -82,10 +82,12 @@ class HelpFormatter : public CLI::Formatter {
 public:
     std::string make_subcommand(const CLI::App* command) const override {
         const std::string description = command->get_description();
+        const std::size_t examples = description.rfind("\n\n");
         std::ostringstream out;
-        CLI::detail::format_help(out, command->get_display_name(true),
-                                 description.substr(description.rfind("\n\n") + 2),
-                                 get_column_width());
+        CLI::detail::format_help(
+            out, command->get_display_name(true),
+            examples == std::string::npos ? description : description.substr(examples + 2),
+            get_column_width());
         return out.str();
     }
 };

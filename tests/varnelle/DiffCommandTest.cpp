@@ -81,6 +81,40 @@ TEST(DiffCommand, TakesOneVersionFromStandardInput) {
     EXPECT_EQ(runCommand({VARNELLE_PROGRAM, "diff", file.name(), "-"}, {.input = "b\n"}).status, 1);
 }
 
+// What a terminal of its own shows, and "status" with the exit status.
+std::string onTerminal(const std::string& pager) {
+    const TemporaryFile before("a\nb\n");
+    const TemporaryFile after("a\nc\n");
+    const std::string command = std::string(VARNELLE_PROGRAM) + " diff --colour never " +
+                                before.name() + " " + after.name() + "; echo status $?";
+    return runCommand({"script", "-qec", command, "/dev/null"}, {.environment = {"PAGER=" + pager}})
+        .out;
+}
+
+TEST(DiffCommand, GoesThroughThePagerOfATerminal) {
+    const std::string whole = " a\r\n-[-b-] \r\n+{+c+} \r\n \r\n1 added · 1 removed\r\n";
+    struct Case {
+        const char* what;
+        std::string pager, shown;
+    };
+    const Case cases[] = {
+        {"none", "", whole + "status 1\r\n"},
+        {"cat is none", "cat", whole + "status 1\r\n"},
+        {"a command of the shell", "sed -n 2p", "-[-b-] \r\nstatus 1\r\n"},
+        {"one that reads nothing", "true", "status 1\r\n"},
+        {"one that the reader interrupts", "kill -INT $PPID; kill -QUIT $PPID; sed -n 2p",
+         "-[-b-] \r\nstatus 1\r\n"},
+        {"interrupts are the pager's", "sed -n 2p; kill -INT $$; echo survived",
+         "-[-b-] \r\nstatus 1\r\n"},
+        {"and so are pipes without a reader", "sed -n 2p; kill -PIPE $$; echo survived",
+         "-[-b-] \r\nstatus 1\r\n"},
+    };
+    for (const auto& [what, pager, shown] : cases) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(onTerminal(pager), shown);
+    }
+}
+
 TEST(DiffCommand, WhatCannotBeWrittenIsTrouble) {
     const TemporaryFile file("a\n");
     const CommandResult result = runCommand({VARNELLE_PROGRAM, "diff", "-", file.name()},

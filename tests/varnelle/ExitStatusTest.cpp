@@ -237,7 +237,7 @@ TEST(Help, BeginsWithExamplesForEachCommand) {
     EXPECT_TRUE(all.out.starts_with("Examples:\n  varnelle demo ")) << all.out;
     EXPECT_NE(all.out.find("Usage: varnelle [OPTIONS] SUBCOMMAND\n"), std::string::npos) << all.out;
     EXPECT_NE(all.out.find("130 interrupted"), std::string::npos) << all.out;
-    for (const std::string command : {"follow", "demo", "script", "lines"}) {
+    for (const std::string command : {"follow", "demo", "script", "lines", "diff", "library"}) {
         const CommandResult one = runVarnelle({command, "--help"});
         EXPECT_EQ(one.status, 0);
         EXPECT_EQ(one.error, "");
@@ -245,6 +245,19 @@ TEST(Help, BeginsWithExamplesForEachCommand) {
         EXPECT_NE(one.out.find("Usage: varnelle " + command), std::string::npos) << one.out;
         EXPECT_NE(all.out.find("\n  " + command + "  "), std::string::npos) << all.out;
     }
+}
+
+TEST(Help, ListsSubcommandsWithoutExamplesOfTheirOwnWhole) {
+    const CommandResult library = runVarnelle({"library", "--help"});
+    for (const std::string sentence :
+         {" Makes an empty script.", " Copies a script or a folder.", " Gives a script or folder"})
+        EXPECT_NE(library.out.find(sentence), std::string::npos) << library.out;
+}
+
+TEST(Help, ToldStatusesAreTheCommandsOwn) {
+    const CommandResult diff = runVarnelle({"diff", "--help"});
+    EXPECT_NE(diff.out.find("Exit status: 0 the same, 1 different, 2 trouble."), std::string::npos);
+    EXPECT_EQ(diff.out.find("nothing found"), std::string::npos) << diff.out;
 }
 
 TEST(Help, VersionIsOneLine) {
