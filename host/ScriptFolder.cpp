@@ -146,7 +146,7 @@ path freePlace(const path& root, const ScriptFolder& folder, const std::optional
 }
 
 std::vector<ScriptItem> siblingsOf(const ScriptFolder& folder, const ScriptItem& item) {
-    const std::optional<Text> parent = LibraryTree::parentID(item.id);
+    const std::optional<Text> parent = LibraryTree::parentIDOf(item.id);
     return parent ? LibraryTree::find(*parent, folder.items)->children.value() : folder.items;
 }
 
@@ -212,7 +212,7 @@ path newFolder(const path& root, const ScriptFolder& folder, const std::optional
 path duplicate(const path& root, const ScriptFolder& folder, const ScriptItem& item) {
     const path original = placeOf(root, item);
     const std::string name =
-        safe(LibraryNaming::copyName(item.name, names(siblingsOf(folder, item))));
+        safe(LibraryNaming::copyNameOf(item.name, names(siblingsOf(folder, item))));
     const path beside = original.parent_path();
     Unfinished copy(beside / (".varnelle-copy-" + std::to_string(getpid())));
     if (item.isFolder()) {

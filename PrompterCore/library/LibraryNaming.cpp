@@ -53,7 +53,7 @@ Text unique(const Text& name, const std::vector<Text>& existing) {
     return candidate;
 }
 
-Text copyName(const Text& name, const std::vector<Text>& existing) {
+Text copyNameOf(const Text& name, const std::vector<Text>& existing) {
     return unique(sanitize(Text(name.utf8() + " copy")), existing);
 }
 

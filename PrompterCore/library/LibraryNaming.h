@@ -3,9 +3,9 @@
 // Names for scripts and folders: whatever a user types becomes a name that is safe as a file's and
 // differs from its siblings'.
 //
-//   LibraryNaming::sanitize("  a/b:c  ");                      // "abc"
-//   LibraryNaming::unique("Notes", {"notes"});                 // "Notes 2"
-//   LibraryNaming::copyName("Talk", {"Talk", "Talk copy"});    // "Talk copy 2"
+//   LibraryNaming::sanitize("  a/b:c  ");                        // "abc"
+//   LibraryNaming::unique("Notes", {"notes"});                   // "Notes 2"
+//   LibraryNaming::copyNameOf("Talk", {"Talk", "Talk copy"});    // "Talk copy 2"
 
 #include <cstdint>
 #include <string_view>
@@ -29,6 +29,6 @@ inline constexpr std::int64_t longestName = 120;          ///< user-perceived ch
 
 /// The name of a duplicate of `name`: it with " copy" behind it, sanitised and made unique. The
 /// longest names have no room for " copy" and are only numbered.
-[[nodiscard]] Text copyName(const Text& name, const std::vector<Text>& existing);
+[[nodiscard]] Text copyNameOf(const Text& name, const std::vector<Text>& existing);
 
 }  // namespace PrompterCore::LibraryNaming

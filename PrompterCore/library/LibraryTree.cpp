@@ -99,7 +99,7 @@ std::optional<ScriptItem> find(const Text& wanted, const Items& items) {
     return copied(found(wanted, items));
 }
 
-std::optional<Text> parentID(const Text& id) {
+std::optional<Text> parentIDOf(const Text& id) {
     const Characters characters(id);
     std::vector<std::string_view> parts = components(characters);
     if (parts.size() < 2) return std::nullopt;
@@ -119,10 +119,10 @@ bool isDescendant(const Text& id, const Text& ancestor) {
            canonicallyEqual(whole.slice(CharacterRange(0, start.count())), start.text().utf8());
 }
 
-Items ancestors(const Text& id, const Items& items) {
+Items ancestorsOf(const Text& id, const Items& items) {
     std::unordered_map<Text, const ScriptItem*> wanted;
     std::vector<Text> paths;  // the innermost first
-    for (std::optional<Text> path = parentID(id); path; path = parentID(*path)) {
+    for (std::optional<Text> path = parentIDOf(id); path; path = parentIDOf(*path)) {
         wanted.emplace(*path, nullptr);
         paths.push_back(*path);
     }
@@ -143,10 +143,10 @@ Items ancestors(const Text& id, const Items& items) {
     return result;
 }
 
-std::optional<Text> insertionFolder(const std::optional<Text>& selected, const Items& items) {
+std::optional<Text> insertionFolderFor(const std::optional<Text>& selected, const Items& items) {
     const ScriptItem* item = selected ? found(*selected, items) : nullptr;
     if (item == nullptr) return std::nullopt;
-    return item->isFolder() ? item->id : parentID(item->id);
+    return item->isFolder() ? item->id : parentIDOf(item->id);
 }
 
 std::optional<ScriptItem> scriptToOpen(const std::optional<Text>& remembered, const Items& items) {
@@ -188,8 +188,8 @@ std::vector<Text> visibleIDs(const Items& items, const std::set<Text>& expanded)
     return ids;
 }
 
-std::optional<Text> neighbour(const std::optional<Text>& current, std::int64_t step,
-                              const Items& items, const std::set<Text>& expanded) {
+std::optional<Text> neighbourOf(const std::optional<Text>& current, std::int64_t step,
+                                const Items& items, const std::set<Text>& expanded) {
     const std::vector<const Text*> ids = visible(items, expanded);
     if (ids.empty()) return std::nullopt;
     if (!current) return *ids.front();

@@ -7,8 +7,8 @@
 // an absent or empty answer everywhere. Items that are returned come whole, with all their
 // children: that copy is what a call costs beside its walk, O(n) in items unless it says otherwise.
 //
-//   LibraryTree::parentID("Talks/2024/Keynote");                     // "Talks/2024"
-//   LibraryTree::neighbour("Talks", 1, items, {"Talks"});            // the first row inside it
+//   LibraryTree::parentIDOf("Talks/2024/Keynote");                // "Talks/2024"
+//   LibraryTree::neighbourOf("Talks", 1, items, {"Talks"});       // the first row inside it
 
 #include <cstdint>
 #include <optional>
@@ -27,19 +27,19 @@ namespace PrompterCore::LibraryTree {
 
 /// `id` without its last component; a "/" at either end, or beside another, separates nothing.
 /// Absent for an id of fewer than two components.
-[[nodiscard]] std::optional<Text> parentID(const Text& id);
+[[nodiscard]] std::optional<Text> parentIDOf(const Text& id);
 
 /// True when `id` lies below `ancestor` by its path. Asks no tree; an id does not lie below itself.
 [[nodiscard]] bool isDescendant(const Text& id, const Text& ancestor);
 
 /// The items that `id` lies in, the outermost first; those that are not in the tree are left out.
-[[nodiscard]] std::vector<ScriptItem> ancestors(const Text& id,
-                                                const std::vector<ScriptItem>& items);
+[[nodiscard]] std::vector<ScriptItem> ancestorsOf(const Text& id,
+                                                  const std::vector<ScriptItem>& items);
 
 /// The id of the folder that something new goes into: the selected folder, or the one that the
 /// selected script lies in. Absent for the top level, also when nothing that exists is selected.
-[[nodiscard]] std::optional<Text> insertionFolder(const std::optional<Text>& selected,
-                                                  const std::vector<ScriptItem>& items);
+[[nodiscard]] std::optional<Text> insertionFolderFor(const std::optional<Text>& selected,
+                                                     const std::vector<ScriptItem>& items);
 
 /// The remembered item, where it exists and is a script; firstScript otherwise.
 [[nodiscard]] std::optional<ScriptItem> scriptToOpen(const std::optional<Text>& remembered,
@@ -65,8 +65,8 @@ namespace PrompterCore::LibraryTree {
 
 /// The row `step` rows below `current` (above, when negative), at most the last or first one. The
 /// first row when `current` is absent or not visible. Absent when nothing is visible.
-[[nodiscard]] std::optional<Text> neighbour(const std::optional<Text>& current, std::int64_t step,
-                                            const std::vector<ScriptItem>& items,
-                                            const std::set<Text>& expanded);
+[[nodiscard]] std::optional<Text> neighbourOf(const std::optional<Text>& current, std::int64_t step,
+                                              const std::vector<ScriptItem>& items,
+                                              const std::set<Text>& expanded);
 
 }  // namespace PrompterCore::LibraryTree

@@ -8,18 +8,17 @@
 
 namespace PrompterCore {
 
-OpenSections::OpenSections(const std::optional<Text>& stored, std::set<Text> defaults) {
-    if (!stored) {
-        ids = std::move(defaults);
-        return;
-    }
+OpenSections OpenSections::fromStored(const std::optional<Text>& stored, std::set<Text> defaults) {
+    if (!stored) return {.ids = std::move(defaults)};
+    OpenSections sections;
     const Characters characters(*stored);
     std::int64_t start = 0;
     for (std::int64_t i = 0; i <= characters.count(); ++i) {
         if (i < characters.count() && !characters[i].is(',')) continue;
-        if (i > start) ids.emplace(WellFormed{characters.slice(CharacterRange(start, i))});
+        if (i > start) sections.ids.emplace(WellFormed{characters.slice(CharacterRange(start, i))});
         start = i + 1;
     }
+    return sections;
 }
 
 void OpenSections::toggle(const Text& id) {

@@ -2,7 +2,7 @@
 
 // Which sections of the sidebar are open, and the one line in which a host remembers that.
 //
-//   OpenSections sections("b,,a,", {});
+//   OpenSections sections = OpenSections::fromStored("b,,a,", {});
 //   sections.toggle("b");
 //   sections.stored();      // "a"
 
@@ -17,11 +17,12 @@ namespace PrompterCore {
 struct OpenSections {
     std::set<Text> ids;  ///< of the sections that are open
 
-    OpenSections() = default;
     /// What was stored, split at the commas, the pieces as they are and empty ones left out;
     /// `defaults` when nothing has been stored yet. An empty text means that all are closed.
-    OpenSections(const std::optional<Text>& stored, std::set<Text> defaults);
+    [[nodiscard]] static OpenSections fromStored(const std::optional<Text>& stored,
+                                                 std::set<Text> defaults);
 
+    /// Whether `id` is open.
     [[nodiscard]] bool contains(const Text& id) const { return ids.contains(id); }
     /// Opens what is closed and closes what is open.
     void toggle(const Text& id);

@@ -6,7 +6,7 @@
 
 namespace PrompterCore::ModelInstallation {
 
-ModelInstallState state(const ModelAsset& asset, const std::vector<ModelEntry>& entries) {
+ModelInstallState stateOf(const ModelAsset& asset, const std::vector<ModelEntry>& entries) {
     const PatternSearch marker(asset.marker);
     const auto encoder = std::ranges::find_if(
         entries, [&](const ModelEntry& entry) { return marker.isIn(entry.name); });

@@ -3,8 +3,8 @@
 // Whether the speech model on this machine is there, as its store lists it.
 //
 //   const ModelAsset asset{.marker = "Encoder", .encoderBytes = 1000, .downloadBytes = 1500};
-//   ModelInstallation::state(asset, {{"AudioEncoder.bin", 949}});   // partial, 949 bytes
-//   ModelInstallation::state(asset, {{"AudioEncoder.bin", 950}});   // installed, 950 bytes
+//   ModelInstallation::stateOf(asset, {{"AudioEncoder.bin", 949}});   // partial, 949 bytes
+//   ModelInstallation::stateOf(asset, {{"AudioEncoder.bin", 950}});   // installed, 950 bytes
 
 #include <cstdint>
 #include <utility>
@@ -41,24 +41,30 @@ public:
         std::int64_t bytes = 0;  ///< there so far
         friend bool operator==(const Partial&, const Partial&) = default;
     };
+    /// The model is whole.
     struct Installed {
         std::int64_t bytes = 0;  ///< the size that was found
         friend bool operator==(const Installed&, const Installed&) = default;
     };
+    /// The store has nothing of it.
     struct Missing {
         friend bool operator==(const Missing&, const Missing&) = default;
     };
 
+    /// Partial, with the bytes that are there.
     [[nodiscard]] static ModelInstallState partial(std::int64_t bytes) noexcept {
         return ModelInstallState(Partial{bytes});
     }
+    /// Installed, with the size that was found.
     [[nodiscard]] static ModelInstallState installed(std::int64_t bytes) noexcept {
         return ModelInstallState(Installed{bytes});
     }
+    /// Missing.
     [[nodiscard]] static ModelInstallState missing() noexcept {
         return ModelInstallState(Missing{});
     }
 
+    /// True for Installed only.
     [[nodiscard]] bool isInstalled() const noexcept {
         return std::holds_alternative<Installed>(state_);
     }
@@ -82,8 +88,8 @@ namespace ModelInstallation {
 
 /// By the first entry whose name contains the marker, its case included. At least 95 % of the
 /// expected size count as installed: a store's sizes differ a little from the catalogue's.
-[[nodiscard]] ModelInstallState state(const ModelAsset& asset,
-                                      const std::vector<ModelEntry>& entries);
+[[nodiscard]] ModelInstallState stateOf(const ModelAsset& asset,
+                                        const std::vector<ModelEntry>& entries);
 
 }  // namespace ModelInstallation
 

@@ -67,7 +67,7 @@ Finding finding(const char* name, Look look) {
 
 std::string speechModel() {
     const std::filesystem::path folder = speechModelFolder();
-    return ModelInstallation::state(model, entriesIn(folder))
+    return ModelInstallation::stateOf(model, entriesIn(folder))
         .visit(
             [&](const ModelInstallState::Installed& installed) {
                 static_cast<void>(SpeechModel(folder));  // throws when another file is missing

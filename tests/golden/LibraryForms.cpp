@@ -14,7 +14,10 @@ std::string stored(std::set<Text> ids) {
 std::string readAndWritten(const std::string& file) {
     std::string lines;
     for (const std::string& line : linesOf(file))
-        lines += OpenSections(Text(line), {"not used: something is stored"}).stored().utf8() + '\n';
+        lines += OpenSections::fromStored(Text(line), {"not used: something is stored"})
+                     .stored()
+                     .utf8() +
+                 '\n';
     return lines;
 }
 

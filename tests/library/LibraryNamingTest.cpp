@@ -79,11 +79,11 @@ TEST(LibraryNaming, NumbersANameThatIsTaken) {
 }
 
 TEST(LibraryNaming, ACopyIsCalledOne) {
-    EXPECT_EQ(LibraryNaming::copyName("Talk", {"Talk"}), "Talk copy");
-    EXPECT_EQ(LibraryNaming::copyName("Talk", {"Talk", "Talk copy"}), "Talk copy 2");
-    EXPECT_EQ(LibraryNaming::copyName("", {}), "copy");
+    EXPECT_EQ(LibraryNaming::copyNameOf("Talk", {"Talk"}), "Talk copy");
+    EXPECT_EQ(LibraryNaming::copyNameOf("Talk", {"Talk", "Talk copy"}), "Talk copy 2");
+    EXPECT_EQ(LibraryNaming::copyNameOf("", {}), "copy");
     const Text longest(repeated(120, "x"));
-    EXPECT_EQ(LibraryNaming::copyName(longest, {longest}), Text(repeated(120, "x") + " 2"));
+    EXPECT_EQ(LibraryNaming::copyNameOf(longest, {longest}), Text(repeated(120, "x") + " 2"));
 }
 
 TEST(LibraryNaming, ASanitizedNameIsSafe) {

@@ -62,7 +62,7 @@ TEST(LibraryTree, TheParentIsThePathWithoutItsLastComponent) {
     };
     for (const auto& [id, parent] : cases) {
         SCOPED_TRACE(id.utf8());
-        EXPECT_EQ(LibraryTree::parentID(id), parent);
+        EXPECT_EQ(LibraryTree::parentIDOf(id), parent);
     }
 }
 
@@ -85,11 +85,11 @@ TEST(LibraryTree, ADescendantsPathGoesThroughItsAncestor) {
 }
 
 TEST(LibraryTree, AncestorsAreThoseThatExistOutermostFirst) {
-    EXPECT_EQ(LibraryTree::ancestors("Talks/2024/Keynote", library),
+    EXPECT_EQ(LibraryTree::ancestorsOf("Talks/2024/Keynote", library),
               (Items{library[0], library[0].children->at(0)}));
-    EXPECT_EQ(LibraryTree::ancestors("a/b/c", {folder("a")}), Items{folder("a")});
-    EXPECT_EQ(LibraryTree::ancestors("Notes", library), Items{});
-    EXPECT_EQ(LibraryTree::ancestors("nowhere/at/all", library), Items{});
+    EXPECT_EQ(LibraryTree::ancestorsOf("a/b/c", {folder("a")}), Items{folder("a")});
+    EXPECT_EQ(LibraryTree::ancestorsOf("Notes", library), Items{});
+    EXPECT_EQ(LibraryTree::ancestorsOf("nowhere/at/all", library), Items{});
 }
 
 TEST(LibraryTree, SomethingNewGoesIntoTheSelectedFolderOrBesideTheSelectedScript) {
@@ -104,7 +104,7 @@ TEST(LibraryTree, SomethingNewGoesIntoTheSelectedFolderOrBesideTheSelectedScript
         {"Notes", {}},
     };
     for (const auto& [selected, folder] : cases)
-        EXPECT_EQ(LibraryTree::insertionFolder(selected, library), folder);
+        EXPECT_EQ(LibraryTree::insertionFolderFor(selected, library), folder);
 }
 
 TEST(LibraryTree, OpensTheRememberedScriptOrTheFirst) {
@@ -200,20 +200,20 @@ TEST(LibraryTree, MovesRowByRowAndStaysAtTheEnds) {
     };
     for (const auto& [what, current, step, row] : cases) {
         SCOPED_TRACE(what);
-        EXPECT_EQ(LibraryTree::neighbour(current, step, library, open), row);
+        EXPECT_EQ(LibraryTree::neighbourOf(current, step, library, open), row);
     }
 }
 
 TEST(LibraryTree, AnEmptyTreeAnswersNothing) {
     EXPECT_EQ(LibraryTree::find("a", {}), std::nullopt);
-    EXPECT_EQ(LibraryTree::ancestors("a/b", {}), Items{});
-    EXPECT_EQ(LibraryTree::insertionFolder("a", {}), std::nullopt);
+    EXPECT_EQ(LibraryTree::ancestorsOf("a/b", {}), Items{});
+    EXPECT_EQ(LibraryTree::insertionFolderFor("a", {}), std::nullopt);
     EXPECT_EQ(LibraryTree::scriptToOpen("a", {}), std::nullopt);
     EXPECT_EQ(LibraryTree::firstScript({}), std::nullopt);
     EXPECT_EQ(LibraryTree::filtered({}, "a", english), Items{});
     EXPECT_EQ(LibraryTree::folderIDs({}), Texts{});
     EXPECT_EQ(LibraryTree::visibleIDs({}, {"a"}), Texts{});
-    EXPECT_EQ(LibraryTree::neighbour("a", 1, {}, {}), std::nullopt);
+    EXPECT_EQ(LibraryTree::neighbourOf("a", 1, {}, {}), std::nullopt);
 }
 
 TEST(LibraryTree, ATreeAThousandFoldersDeepIsWalked) {
@@ -223,7 +223,7 @@ TEST(LibraryTree, ATreeAThousandFoldersDeepIsWalked) {
     const Text innermost(folders.back().utf8() + "/s");
     EXPECT_EQ(LibraryTree::firstScript(items)->id, innermost);
     EXPECT_EQ(LibraryTree::find(innermost, items)->id, innermost);
-    EXPECT_EQ(LibraryTree::insertionFolder(innermost, items), folders.back());
+    EXPECT_EQ(LibraryTree::insertionFolderFor(innermost, items), folders.back());
     const std::set<Text> open(folders.begin(), folders.end());
     EXPECT_EQ(LibraryTree::visibleIDs(items, open).size(), 1001U);
     EXPECT_EQ(LibraryTree::filtered(items, "S", english), items);
@@ -241,18 +241,18 @@ TEST(LibraryTree, AHundredThousandItemsTakeOneWalk) {
         items.push_back(folder(Text(id), std::move(scripts)));
     }
     EXPECT_EQ(LibraryTree::filtered(items, "SCRIPT 999", english).size(), 100U);
-    EXPECT_EQ(LibraryTree::ancestors("folder 99/script 999", items).size(), 1U);
+    EXPECT_EQ(LibraryTree::ancestorsOf("folder 99/script 999", items).size(), 1U);
     const Texts folders = LibraryTree::folderIDs(items);
     EXPECT_EQ(LibraryTree::visibleIDs(items, {folders.begin(), folders.end()}).size(), 100100U);
 }
 
 TEST(LibraryTree, AParentIsAnAncestor) {
     Tests::forAll([](const Text& id) {
-        const std::optional<Text> parent = LibraryTree::parentID(id);
+        const std::optional<Text> parent = LibraryTree::parentIDOf(id);
         if (!parent) return;
         RC_ASSERT(LibraryTree::isDescendant(Text(parent->utf8() + "/x"), *parent));
         RC_ASSERT(!LibraryTree::isDescendant(*parent, *parent));
-        RC_ASSERT(LibraryTree::parentID(Text(parent->utf8() + "/x")) == parent);
+        RC_ASSERT(LibraryTree::parentIDOf(Text(parent->utf8() + "/x")) == parent);
     });
 }
 

@@ -33,20 +33,20 @@ TEST(ModelInstallation, JudgesByTheFirstEntryWithTheMarker) {
     };
     for (const auto& [what, entries, state] : cases) {
         SCOPED_TRACE(what);
-        EXPECT_EQ(ModelInstallation::state(asset, entries), state);
+        EXPECT_EQ(ModelInstallation::stateOf(asset, entries), state);
     }
 }
 
 TEST(ModelInstallation, FindsAMarkerThatIsWrittenDecomposed) {
     const ModelAsset asset{.marker = "caf\u00E9", .encoderBytes = 10, .downloadBytes = 10};
-    EXPECT_EQ(ModelInstallation::state(asset, {{"a cafe\u0301 model", 10}}),
+    EXPECT_EQ(ModelInstallation::stateOf(asset, {{"a cafe\u0301 model", 10}}),
               ModelInstallState::installed(10));
 }
 
 TEST(ModelInstallation, SizesBeyondWhatADoubleCountsStillAnswer) {
     constexpr auto most = std::numeric_limits<std::int64_t>::max();
     const ModelAsset asset{.marker = "m", .encoderBytes = most, .downloadBytes = most};
-    EXPECT_EQ(ModelInstallation::state(asset, {{"m", most}}), ModelInstallState::installed(most));
+    EXPECT_EQ(ModelInstallation::stateOf(asset, {{"m", most}}), ModelInstallState::installed(most));
 }
 
 TEST(ModelInstallState, OnlyTheWholeModelIsInstalled) {
