@@ -78,6 +78,13 @@ TEST(LibraryNaming, NumbersANameThatIsTaken) {
     EXPECT_EQ(LibraryNaming::unique(longest, {longest}), Text(repeated(120, "x") + " 2"));
 }
 
+TEST(LibraryNaming, CountsAsFarAsItTakes) {
+    Texts existing{"notes"};
+    for (int n = 2; n < 20'000; ++n)
+        existing.emplace_back("NOTES " + std::to_string(n));
+    EXPECT_EQ(LibraryNaming::unique("Notes", existing), "Notes 20000");
+}
+
 TEST(LibraryNaming, ACopyIsCalledOne) {
     EXPECT_EQ(LibraryNaming::copyNameOf("Talk", {"Talk"}), "Talk copy");
     EXPECT_EQ(LibraryNaming::copyNameOf("Talk", {"Talk", "Talk copy"}), "Talk copy 2");

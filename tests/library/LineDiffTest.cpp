@@ -56,6 +56,17 @@ TEST(LineDiff, ShowsWhatChanged) {
          {{0, removed, {{"one", equal}}},
           {1, added, {{"two", equal}}},
           {2, added, {{"three", equal}}}}},
+        {"two for one is no edited line",
+         "one\ntwo",
+         "three",
+         {{0, removed, {{"one", equal}}},
+          {1, removed, {{"two", equal}}},
+          {2, added, {{"three", equal}}}}},
+        {"an edited line keeps the words of both",
+         "the quick  fox",
+         "the slow fox",
+         {{0, removed, {{"the ", equal}, {"quick ", delete_}, {"fox ", equal}}},
+          {1, added, {{"the ", equal}, {"slow ", insert}, {"fox ", equal}}}}},
         {"a carriage return belongs to its line",
          "a\r\nb",
          "a\nb",
@@ -122,6 +133,41 @@ TEST(LineDiff, TheSummaryCountsNeitherContextNorBlankLines) {
         EXPECT_EQ(found, summary);
         EXPECT_EQ(found.isUnchanged(), summary.added == 0 && summary.removed == 0);
     }
+}
+
+// The lines of one side, without blanks: an edited line has other blanks than its text.
+std::vector<std::string> sideWithoutBlanks(const Lines& lines, LineChange other) {
+    std::vector<std::string> side;
+    for (const DiffLine& line : lines) {
+        if (line.change == other) continue;
+        std::string text = line.text().utf8();
+        std::erase(text, ' ');
+        side.push_back(std::move(text));
+    }
+    return side;
+}
+
+std::vector<std::string> linesWithoutBlanks(const Text& text) {
+    if (text.isEmpty()) return {};
+    std::vector<std::string> lines(1);
+    for (const char byte : text.utf8()) {
+        if (byte == '\n') {
+            lines.emplace_back();
+        } else if (byte != ' ') {
+            lines.back() += byte;
+        }
+    }
+    return lines;
+}
+
+TEST(LineDiff, BothVersionsReadBack) {
+    Tests::forAll([] {
+        const Text before = *Tests::textOver({"\n", "a", "b", " ", "."});
+        const Text after = *Tests::textOver({"\n", "a", "b", " ", "."});
+        const Lines lines = LineDiff::between(before, after);
+        RC_ASSERT(sideWithoutBlanks(lines, added) == linesWithoutBlanks(before));
+        RC_ASSERT(sideWithoutBlanks(lines, removed) == linesWithoutBlanks(after));
+    });
 }
 
 TEST(LineDiff, IdsCountTheLines) {

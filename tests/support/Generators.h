@@ -2,9 +2,9 @@
 
 // Generated values for laws: texts over an alphabet of what goes wrong with texts.
 //
-//   Tests::forAll([](const Text& text) { ... });         // Text generates itself: nasty,
-//   well-formed const std::string bytes = *Tests::anyBytes();        // well-formed or not const
-//   Text small = *Tests::textOver({"a", " ", "#"}); // an alphabet of your own
+//   Tests::forAll([](const Text& text) { ... });         // Text makes itself: nasty, well-formed
+//   const std::string bytes = *Tests::anyBytes();        // well-formed or not
+//   const Text small = *Tests::textOver({"a", " ", "#"});    // an alphabet of your own
 
 #include <string>
 #include <string_view>
