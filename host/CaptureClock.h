@@ -10,6 +10,7 @@
 // Units: samples, samples per second; times are seconds since the capture began.
 
 #include <cstdint>
+#include <optional>
 
 namespace Varnelle {
 
@@ -18,11 +19,14 @@ class CaptureClock {
 public:
     static constexpr double usualLag = 0.04;  ///< seconds that samples may come late
     static constexpr double longestLag =
-        0.3;  ///< seconds behind which a running device has stalled
+        0.3;  ///< seconds behind which a running device may have lost some
+    /// Seconds in which a busy machine's samples still come. What was replaced too soon would be
+    /// lost: a clap, or a syllable of a take.
+    static constexpr double patience = 2;
     static constexpr double longestLead = 0.1;  ///< seconds that its clock may be ahead of ours
 
     enum class Device {
-        runs,    ///< samples come, if not at this moment
+        runs,    ///< samples come, if not at this moment: late ones are waited for
         isAway,  ///< none will come
     };
 
@@ -44,7 +48,8 @@ public:
 
 private:
     double rate_;
-    std::int64_t given_ = 0;  // samples, corrections included
+    std::int64_t given_ = 0;           // samples, corrections included
+    std::optional<double> lateSince_;  // absent unless a running device is far behind
 };
 
 }  // namespace Varnelle

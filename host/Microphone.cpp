@@ -63,7 +63,7 @@ public:
         using Device = CaptureClock::Device;
         const auto correction =
             clock_.take(static_cast<std::int64_t>(captured.size()), time.count(),
-                        isRunning() ? Device::runs : Device::isAway);
+                        gives(captured) ? Device::runs : Device::isAway);
         captured.erase(captured.begin(), captured.begin() + correction.dropped);
         captured.insert(captured.begin(), static_cast<std::size_t>(correction.silence), 0.0F);
         return captured;
@@ -75,6 +75,12 @@ public:
 private:
     bool isRunning() const {
         return stream_ != nullptr && pa_stream_get_state(stream_) == PA_STREAM_READY;
+    }
+
+    // Whether what is missing may still come: not from an input that has yet to begin, or sleeps.
+    bool gives(const std::vector<float>& captured) {
+        hasBegun_ = hasBegun_ || !captured.empty();
+        return isRunning() && hasBegun_ && pa_stream_is_suspended(stream_) <= 0;
     }
 
     // Listens to what is to be listened to now.
@@ -112,6 +118,7 @@ private:
         stop();
         lastTry_ = Clock::now();
         listeningTo_ = inputs_.chosen->id;
+        hasBegun_ = false;
         connection_ = server_.connections();
         const pa_sample_spec format{.format = PA_SAMPLE_FLOAT32NE, .rate = rate, .channels = 1};
         stream_ = pa_stream_new(server_.context(), "voice", &format, nullptr);
@@ -167,6 +174,7 @@ private:
     AudioInputs inputs_;                      // as they were when they were last known
     pa_stream* stream_ = nullptr;             // null while there is nothing to listen to
     Text listeningTo_;                        // the id of the stream's input
+    bool hasBegun_ = false;                   // it has given something
     std::int64_t connection_ = 0;             // to the server, that the stream belongs to
     Text heard_;                              // the id of the input that was heard last
     int error_ = PA_OK;                       // that ended the last stream
