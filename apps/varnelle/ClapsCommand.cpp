@@ -14,7 +14,9 @@
 #include "PrompterCore/audio/ClapDetector.h"
 #include "apps/varnelle/Json.h"
 #include "apps/varnelle/Output.h"
+#include "host/ClapsInSpeech.h"
 #include "host/SoundFileSource.h"
+#include "host/SoundTail.h"
 
 namespace Varnelle {
 
@@ -23,23 +25,38 @@ namespace {
 using PrompterCore::ClapCommand;
 using PrompterCore::ClapGesture;
 
-std::string shown(const ClapGesture& gesture, std::optional<ClapCommand> command) {
+// What a session would do.
+struct Answer {
+    std::optional<ClapCommand> command;  // absent for none
+    bool standsOut = false;              // unless it does, no session obeys
+};
+
+// Only of two claps it matters whether they are louder than what is around them.
+std::string saidOf(const ClapGesture& gesture, const Answer& answer) {
+    if (answer.command) return std::string(caseName(*answer.command));
+    const bool wouldCommand = PrompterCore::clapCommandFor(gesture.count, false).has_value();
+    return wouldCommand && !answer.standsOut ? "not obeyed: softer than the sound around them" : "";
+}
+
+std::string shown(const ClapGesture& gesture, const Answer& answer) {
     const std::string claps =
         gesture.count == 1 ? "1 clap" : fmt::format("{} claps", gesture.count);
-    const std::string line =
-        fmt::format("{:8.3f} s  {:8.3f} s  {:<9}  {}", gesture.firstClap, gesture.lastClap, claps,
-                    command ? caseName(*command) : "");
+    const std::string line = fmt::format("{:8.3f} s  {:8.3f} s  {:<9}  {}", gesture.firstClap,
+                                         gesture.lastClap, claps, saidOf(gesture, answer));
     return line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
 }
 
-std::string asJsonLine(const ClapGesture& gesture, std::optional<ClapCommand> command) {
+std::string asJsonLine(const ClapGesture& gesture, const Answer& answer) {
     return Json{{"count", gesture.count},
                 {"firstClap", gesture.firstClap},
                 {"lastClap", gesture.lastClap},
-                {"command", command ? Json(caseName(*command)) : Json()}}
+                {"standsOut", answer.standsOut},
+                {"command", answer.command ? Json(caseName(*answer.command)) : Json()}}
                .dump() +
            "\n";
 }
+
+constexpr double remembered = 3;  // seconds, of which a gesture's surroundings are
 
 // The gestures of one sound, and whether a take would be running.
 class Hearing {
@@ -48,6 +65,7 @@ public:
         : rate_(rate),
           bufferSize_(static_cast<std::size_t>(std::max(rate * 0.01, 1.0))),
           detector_(rate),
+          tail_(static_cast<std::int64_t>(std::ceil(rate * remembered))),
           json_(json) {}
 
     // In buffers of 10 ms, as a microphone would give them: a long one would lose gestures.
@@ -55,32 +73,40 @@ public:
         while (!samples.empty()) {
             const auto buffer = samples.first(std::min(bufferSize_, samples.size()));
             samples = samples.subspan(buffer.size());
-            const double time = static_cast<double>(heard_) / rate_;
-            heard_ += static_cast<std::int64_t>(buffer.size());
-            for (const ClapGesture& gesture : detector_.feed(buffer, time)) {
-                show(gesture);
-            }
+            const double start = time();
+            tail_.append(buffer);
+            find(buffer, start);
         }
     }
 
-    // The last clap counts as if silence followed.
+    // The last clap counts as if silence followed, which is no sound around it.
     void end() {
-        hear(std::vector<float>(static_cast<std::size_t>(std::ceil(rate_ * 0.75)), 0.0F));
+        find(std::vector<float>(static_cast<std::size_t>(std::ceil(rate_ * 0.75)), 0.0F), time());
         output_.flush();
     }
 
 private:
+    double time() const { return static_cast<double>(tail_.end()) / rate_; }
+
+    void find(std::span<const float> buffer, double start) {
+        for (const ClapGesture& gesture : detector_.feed(buffer, start)) {
+            show(gesture);
+        }
+    }
+
     void show(const ClapGesture& gesture) {
-        const auto command = PrompterCore::clapCommandFor(gesture.count, recording_);
-        if (command) recording_ = *command == ClapCommand::start;
-        output_.write(json_ ? asJsonLine(gesture, command) : shown(gesture, command));
+        Answer answer{.command = std::nullopt, .standsOut = standOut(gesture, tail_, rate_)};
+        if (answer.standsOut)
+            answer.command = PrompterCore::clapCommandFor(gesture.count, recording_);
+        if (answer.command) recording_ = *answer.command == ClapCommand::start;
+        output_.write(json_ ? asJsonLine(gesture, answer) : shown(gesture, answer));
     }
 
     double rate_;
     std::size_t bufferSize_;
     PrompterCore::ClapDetector detector_;
+    SoundTail tail_;
     bool json_;
-    std::int64_t heard_ = 0;  // samples
     bool recording_ = false;
     Output output_;
 };

@@ -1,5 +1,6 @@
 // `varnelle claps`, run from outside on sound files made here.
 
+#include <span>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -76,6 +77,7 @@ TEST(ClapsCommand, HearsEachFilesOwnRate) {
         EXPECT_EQ(gestures[0]["count"], 2);
         EXPECT_NEAR(gestures[0]["firstClap"].get<double>(), 0.5, 0.003);
         EXPECT_NEAR(gestures[0]["lastClap"].get<double>(), 0.8, 0.003);
+        EXPECT_EQ(gestures[0]["standsOut"], true);
         EXPECT_EQ(gestures[0]["command"], "start");
         EXPECT_EQ(gestures[1]["command"], nullptr);
         EXPECT_EQ(gestures[3]["command"], "stop");
@@ -116,6 +118,32 @@ TEST(ClapsCommand, ClapsAroundASpeechStartAndStop) {
     EXPECT_TRUE(out.starts_with("   1.000 s     1.300 s  2 claps    start\n")) << out;
     EXPECT_TRUE(out.ends_with("2 claps    stop\n")) << out;
     EXPECT_EQ(out.find("start"), out.rfind("start")) << out;
+}
+
+// A consonant pair of the sample is heard as two claps, the vowels beside it are louder.
+TEST(ClapsCommand, SaysOfWhichClapsASessionWouldNotObeyAndWhy) {
+    const std::string out = runVarnelle({"claps", sampleSound}).out;
+    EXPECT_TRUE(
+        out.starts_with("   8.520 s     8.867 s  2 claps    not obeyed: softer than the "
+                        "sound around them\n"))
+        << out;
+    EXPECT_EQ(out.find("start"), std::string::npos) << out;
+    const std::string lines = runVarnelle({"claps", sampleSound, "--json"}).out;
+    const Json first = Json::parse(lines.substr(0, lines.find('\n')));
+    EXPECT_EQ(first["count"], 2);
+    EXPECT_EQ(first["standsOut"], false);
+    EXPECT_EQ(first["command"], nullptr);
+}
+
+TEST(ClapsCommand, ClapsThatAreNotObeyedDoNotChangeWhatTheNextOnesCommand) {
+    SoundFileSource file(sampleSound);
+    const std::vector<float> speech = restOf(file);
+    Sounds sounds(file.sampleRate(), 16.0, 4);
+    sounds.mixAt(0.0, std::span(speech).first(static_cast<std::size_t>(10 * file.sampleRate())));
+    sounds.clapAt(12.0).clapAt(12.3);
+    const std::string out = claps(sounds).out;
+    EXPECT_NE(out.find("not obeyed"), std::string::npos) << out;
+    EXPECT_TRUE(out.ends_with("  12.000 s    12.300 s  2 claps    start\n")) << out;
 }
 
 TEST(ClapsCommand, SilenceSaysNothing) {
