@@ -18,6 +18,10 @@ sigset_t interrupts() {
     sigemptyset(&set);
     sigaddset(&set, SIGINT);
     sigaddset(&set, SIGTERM);
+    // Who ignores it, as nohup does, is to go on when the terminal is gone.
+    struct sigaction hangUp {};
+    if (sigaction(SIGHUP, nullptr, &hangUp) == 0 && hangUp.sa_handler != SIG_IGN)
+        sigaddset(&set, SIGHUP);
     return set;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-// Interrupts (SIGINT, SIGTERM) as something that can be waited for, instead of a handler.
+// Interrupts (SIGINT, SIGTERM, a terminal that is closed) as something that can be waited for,
+// instead of a handler.
 //
 //   Interrupt interrupt;
 //   if (interrupt.arrivesWithin(std::chrono::milliseconds(33))) ...
