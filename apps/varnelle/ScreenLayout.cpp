@@ -299,7 +299,7 @@ std::vector<ScreenSpan> spansOf(const ScreenView& view, ScreenSize size) {
     if (areas.hasStatus)
         add(areas.textRows + (areas.hasTake ? 1 : 0), StatusLine::statusOf(view, size.columns),
             SpanStyle::status);
-    if (areas.hasKeys) add(size.rows - 1, StatusLine::keys(size.columns), SpanStyle::keys);
+    if (areas.hasKeys) add(size.rows - 1, StatusLine::keysOf(view, size.columns), SpanStyle::keys);
     return spans;
 }
 

@@ -27,17 +27,18 @@ public:
                   const FollowOptions& options)
         : sound_(sound),
           options_(options),
+          listensForClaps_(plan.listensForClaps),
           display_(sessionDisplay(options)),
           recorder_(readingOf(script), sound.sampleRate(), plan),
           blockSize_(static_cast<std::size_t>(std::max<std::int64_t>(
               PrompterCore::roundedToNearest(sound.sampleRate() * blockSeconds), 1))) {}
 
-    SessionResult run(const std::vector<SavedTake>& recovered, bool startsAtOnce) {
+    SessionResult run(const std::vector<SavedTake>& recovered) {
         for (const SavedTake& take : recovered) {
             display_->recovered(take);
         }
         try {
-            if (startsAtOnce) tell(recorder_.step());
+            if (!listensForClaps_) tell(recorder_.step());
             loop();
         } catch (...) {
             static_cast<void>(recorder_.finish());  // nobody may be there to be told
@@ -68,7 +69,7 @@ private:
             // What comes live sets the pace itself.
             const bool hasEnded = listenUntil(
                 isLive_ ? recorder_.time() + 1 : static_cast<double>(k) / options_.framesPerSecond);
-            display_->frame(recorder_);
+            display_->frame(recorder_, sound_.trouble());
             if (hasEnded || recorder_.trouble()) return;
             takeKeys();
             due = nextDue(due);
@@ -82,7 +83,8 @@ private:
             while (pending_.size() < blockSize_ && !sound_.hasEnded()) {
                 const std::vector<float> samples = sound_.read();
                 if (samples.empty() && !sound_.hasEnded()) {
-                    isLive_ = true;
+                    if (!std::exchange(isLive_, true) && listensForClaps_)
+                        display_->ready(recorder_.time());
                     return false;
                 }
                 pending_.insert(pending_.end(), samples.begin(), samples.end());
@@ -139,6 +141,7 @@ private:
 
     SoundSource& sound_;
     const FollowOptions options_;
+    const bool listensForClaps_;
     Interrupt interrupt_;
     std::unique_ptr<SessionDisplay> display_;
     TakeRecorder recorder_;
@@ -154,7 +157,7 @@ private:
 
 SessionResult runSession(const Script& script, SoundSource& sound, const TakePlan& plan,
                          const FollowOptions& options, const std::vector<SavedTake>& recovered) {
-    return SessionRunner(script, sound, plan, options).run(recovered, !plan.listensForClaps);
+    return SessionRunner(script, sound, plan, options).run(recovered);
 }
 
 }  // namespace Varnelle

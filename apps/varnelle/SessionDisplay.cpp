@@ -28,6 +28,7 @@ public:
         addSound(event, take);
         write(event);
     }
+    void ready(double time) override { write({{"event", "ready"}, {"time", time}}); }
     void news(const TakeNews& news) override {
         const auto base = [](const char* name, double time) {
             return Json{{"event", name}, {"time", time}};
@@ -84,10 +85,11 @@ std::string saved(const SavedTake& take) {
     return fmt::format("{} ({})", textOf(take.file), RecordingClock::format(take.seconds));
 }
 
+std::string line(double time, std::string_view what, const std::string& more) {
+    return fmt::format("{:8.2f} s  {:<10}  {}", time, what, more);
+}
+
 std::string lineOf(const TakeNews& news) {
-    const auto line = [](double time, std::string_view what, const std::string& more) {
-        return fmt::format("{:8.2f} s  {:<10}  {}", time, what, more);
-    };
     return std::visit(
         Overloaded{[&](const CountdownBegan& now) {
                        return line(now.time, "countdown", fmt::format("{} s", now.seconds));
@@ -108,6 +110,7 @@ std::string lineOf(const TakeNews& news) {
 class LineSessionDisplay : public SessionDisplay {
 public:
     void recovered(const SavedTake& take) override { write("recovered " + saved(take)); }
+    void ready(double time) override { write(line(time, "ready", "two claps begin a take")); }
     void news(const TakeNews& news) override { write(lineOf(news)); }
     void end(double, std::int64_t, bool) override {}
 
@@ -123,7 +126,7 @@ private:
 // The prompter; what was saved is told when it is gone.
 class ScreenSessionDisplay : public SessionDisplay {
 public:
-    explicit ScreenSessionDisplay(bool colour) {
+    ScreenSessionDisplay(bool colour, bool panel) : panel_(panel) {
         screen_.emplace(Screen::Options{.colour = colour});
     }
 
@@ -132,11 +135,13 @@ public:
         if (const auto* take = std::get_if<TakeSaved>(&news))
             told_.push_back("saved " + saved(take->sound));
     }
-    void frame(TakeRecorder& recorder) override {
+    void frame(TakeRecorder& recorder, const std::optional<std::string>& trouble) override {
         const Frame frame = recorder.frame();
         screen_->draw({.reading = recorder.reading(),
                        .frame = frame,
-                       .take = takeOf(recorder.session(), recorder.time())});
+                       .take = takeOf(recorder.session(), recorder.time()),
+                       .panel = panel_,
+                       .trouble = trouble});
     }
     void end(double, std::int64_t, bool) override {
         screen_.reset();
@@ -157,6 +162,7 @@ private:
                 .recordedSeconds = session.recordedAt(time)};
     }
 
+    bool panel_;
     std::optional<Screen> screen_;  // absent once it is gone
     std::vector<std::string> told_;
 };
@@ -165,7 +171,8 @@ private:
 
 std::unique_ptr<SessionDisplay> sessionDisplay(const FollowOptions& options) {
     switch (options.display) {
-        case FollowDisplay::screen: return std::make_unique<ScreenSessionDisplay>(options.colour);
+        case FollowDisplay::screen:
+            return std::make_unique<ScreenSessionDisplay>(options.colour, options.panel);
         case FollowDisplay::json: return std::make_unique<JsonSessionDisplay>();
         case FollowDisplay::lines: break;
     }

@@ -25,8 +25,11 @@ public:
 
     /// A take that a session before this one had left unfinished.
     virtual void recovered(const SavedTake& take) = 0;
+    /// From now on it is heard who claps, at the session's `time`.
+    virtual void ready(double /*time*/) {}
     virtual void news(const TakeNews& news) = 0;
-    virtual void frame(TakeRecorder&) {}
+    /// `trouble` is what is wrong with the sound at present.
+    virtual void frame(TakeRecorder&, const std::optional<std::string>& /*trouble*/) {}
     virtual void end(double time, std::int64_t takes, bool wasInterrupted) = 0;
 
     /// Null unless it is one.

@@ -10,6 +10,7 @@
 #include "PrompterCore/prompter/PromptChapters.h"
 #include "PrompterCore/prompter/ReadingProgress.h"
 #include "PrompterCore/script/ReadingTime.h"
+#include "PrompterCore/script/ScriptEnd.h"
 #include "PrompterCore/support/Integers.h"
 #include "PrompterCore/support/Rounding.h"
 #include "PrompterCore/text/Columns.h"
@@ -26,6 +27,9 @@ std::string stateOf(const ScreenView& view) {
     if (view.ended) return "ended";
     if (view.paused) return "paused";
     if (view.trouble) return *view.trouble;
+    const bool isRunning = !view.take || view.take->mode == TakeBarMode::recording();
+    const std::int64_t lastWord = signedCount(view.reading.script().tokens().size()) - 1;
+    if (ScriptEnd::reached(view.frame.cursor, lastWord, isRunning)) return "end of the script";
     return view.reading.isSpeaking() ? "speaking" : "listening";
 }
 
@@ -35,6 +39,14 @@ std::string chapterOf(const ScreenView& view) {
     const std::int64_t current = PromptChapters::current(view.frame.cursor, chapters);
     return fmt::format("{}{}/{} {}", separator, current + 1, chapters.size(),
                        chapters[static_cast<std::size_t>(current)].title.utf8());
+}
+
+// In a session the take's next step.
+std::string_view spaceOf(const ScreenView& view) {
+    if (!view.take) return "space pause";
+    return view.take->mode.visit([](const TakeBarMode::CountingDown&) { return "space call off"; },
+                                 [](const TakeBarMode::Recording&) { return "space end take"; },
+                                 [](const auto&) { return "space record"; });
 }
 
 std::string repeated(std::string_view text, std::int64_t times) {
@@ -91,17 +103,17 @@ std::string statusOf(const ScreenView& view, std::int64_t columns) {
     return " " + left + repeated(" ", inside - columnsOf(left) - columnsOf(right)) + right + " ";
 }
 
-std::string keys(std::int64_t columns) {
+std::string keysOf(const ScreenView& view, std::int64_t columns) {
     struct Key {
         std::string_view text;
         int place;  // from the left; in the list the most needed come first
     };
-    constexpr std::array<Key, 6> all{{{"q quit", 5},
-                                      {"space pause", 0},
-                                      {"\u2191\u2193 line", 1},
-                                      {"PgUp PgDn paragraph", 2},
-                                      {"\u2190\u2192 chapter", 3},
-                                      {"r restart", 4}}};
+    const std::array<Key, 6> all{{{"q quit", 5},
+                                  {spaceOf(view), 0},
+                                  {"\u2191\u2193 line", 1},
+                                  {"PgUp PgDn paragraph", 2},
+                                  {"\u2190\u2192 chapter", 3},
+                                  {"r restart", 4}}};
     constexpr std::string_view gap = "   ";
     std::array<std::string_view, all.size()> shown;
     std::int64_t room = columns;

@@ -28,7 +28,8 @@ namespace Varnelle::StatusLine {
 /// is known.
 [[nodiscard]] std::string statusOf(const ScreenView& view, std::int64_t columns);
 
-/// The keys in at most `columns`: as many as fit, the most needed first.
-[[nodiscard]] std::string keys(std::int64_t columns);
+/// The keys and what they do at this moment, in at most `columns`: as many as fit, the most needed
+/// first.
+[[nodiscard]] std::string keysOf(const ScreenView& view, std::int64_t columns);
 
 }  // namespace Varnelle::StatusLine

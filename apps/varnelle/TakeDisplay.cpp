@@ -17,6 +17,7 @@ namespace {
 using PrompterCore::columnsOf;
 using PrompterCore::TakeBarLayout;
 using PrompterCore::TakeBarMode;
+using Density = TakeBarLayout::Density;
 
 constexpr double pointsPerColumn = 8;
 
@@ -34,11 +35,12 @@ std::string progressBar(double progress) {
     return repeated("\u2588", full) + repeated("\u2591", static_cast<std::int64_t>(columns) - full);
 }
 
-// What stands on the right: the countdown's progress, the clock, or nothing.
-std::string detailOf(const TakeDisplay& take) {
-    const auto clock = [&take] {
-        return take.recordedSeconds ? PrompterCore::RecordingClock::format(*take.recordedSeconds)
-                                    : std::string();
+// What stands on the right: the countdown's progress, the clock where no label says it, or nothing.
+std::string detailOf(const TakeDisplay& take, Density density) {
+    const auto clock = [&] {
+        return density == Density::minimal && take.recordedSeconds
+                   ? PrompterCore::RecordingClock::format(*take.recordedSeconds)
+                   : std::string();
     };
     return take.mode.visit(
         [&](const TakeBarMode::CountingDown&) { return progressBar(take.countdownProgress); },
@@ -54,9 +56,9 @@ std::optional<TakeBar> takeBar(const TakeDisplay& take, std::int64_t columns) {
         TakeBarLayout::fitting(take.mode, static_cast<double>(columns) * pointsPerColumn);
     const std::int64_t width =
         std::min(static_cast<std::int64_t>(layout.width / pointsPerColumn), columns);
-    const std::string detail = detailOf(take);
+    const std::string detail = detailOf(take, layout.density);
     std::string label = "\u25CF " + take.status.label();
-    if (layout.density == TakeBarLayout::Density::minimal && !detail.empty()) label.clear();
+    if (layout.density == Density::minimal && !detail.empty()) label.clear();
     label = shortened(label, std::max<std::int64_t>(width - 2 - columnsOf(detail), 0));
     const std::string inside =
         label + repeated(" ", width - 2 - columnsOf(label) - columnsOf(detail)) + detail;

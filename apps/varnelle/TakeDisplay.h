@@ -7,7 +7,7 @@
 //   TakeDisplay take{.status = ControllerStatus::recording(65),
 //                    .mode = TakeBarMode::recording(),
 //                    .recordedSeconds = 65.2};
-//   takeBar(take, 80)->text;    // the label on the left, the clock on the right
+//   takeBar(take, 80)->text;    // the label, with the clock in it
 
 #include <cstdint>
 #include <optional>
@@ -36,8 +36,8 @@ struct TakeBar {
 };
 
 /// The bar for a terminal of this many columns, as wide and as full as TakeBarLayout says for it:
-/// the status label, and the countdown's progress or the clock; of a minimal one only the latter
-/// where there is one. Absent without columns.
+/// the status label, which says the clock, and the countdown's progress; a minimal one says the
+/// clock or the progress alone. Absent without columns.
 [[nodiscard]] std::optional<TakeBar> takeBar(const TakeDisplay& take, std::int64_t columns);
 
 }  // namespace Varnelle

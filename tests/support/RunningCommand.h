@@ -141,10 +141,12 @@ public:
 
     /// What it has written to standard output so far.
     const std::string& out() const { return streams_[0].bytes; }
-    /// Reads until standard output holds `text` behind the first `from` bytes.
-    bool readUntil(std::string_view text, std::size_t from = 0) {
+    /// Reads until standard output holds `text` behind the first `from` bytes; false when it ends,
+    /// or says nothing for `patience`, without it.
+    bool readUntil(std::string_view text, std::size_t from = 0,
+                   std::chrono::seconds patience = std::chrono::seconds(60)) {
         while (out().find(text, from) == std::string::npos) {
-            if (!read(std::chrono::seconds(60))) return false;
+            if (!read(patience)) return false;
         }
         return true;
     }

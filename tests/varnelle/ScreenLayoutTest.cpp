@@ -218,7 +218,7 @@ TEST(ScreenLayout, StatusAndKeysGoBeforeTheLastTextRow) {
          {Case{1, false, false}, Case{2, false, false}, Case{3, true, false}, Case{7, true, false},
           Case{8, true, true}}) {
         SCOPED_TRACE(rows);
-        const ScreenPicture picture = Prompter("word", {.rows = rows, .columns = 40}).at(0);
+        const ScreenPicture picture = Prompter("word by word", {.rows = rows, .columns = 40}).at(0);
         EXPECT_TRUE(picture.rowOf("word").has_value());
         EXPECT_EQ(picture.rowOf("listening").has_value(), hasStatus);
         EXPECT_EQ(picture.rowOf("q quit").has_value(), hasKeys);

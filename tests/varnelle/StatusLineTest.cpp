@@ -115,14 +115,49 @@ TEST(StatusLine, ATitleCannotSteerTheTerminal) {
     EXPECT_EQ(StatusLine::statusOf(view, 40), " listening · 1/1 a[2J         0:00 left ");
 }
 
+TEST(StatusLine, SaysTheEndOfTheScriptWhereTheReadingRuns) {
+    const ReadThrough reading = readingOf("one two three");
+    ScreenView view{.reading = reading, .frame = {.cursor = 1}};
+    const auto saysTheEnd = [&view] {
+        return StatusLine::statusOf(view, 60).starts_with(" end of the script ");
+    };
+    EXPECT_FALSE(saysTheEnd());
+    view.frame.cursor = 2;
+    EXPECT_TRUE(saysTheEnd());
+    view.take = TakeDisplay{};
+    EXPECT_FALSE(saysTheEnd()) << "no take runs";
+    view.take = TakeDisplay{.mode = PrompterCore::TakeBarMode::recording()};
+    EXPECT_TRUE(saysTheEnd());
+    const ReadThrough empty = readingOf("");
+    EXPECT_TRUE(StatusLine::statusOf({.reading = empty, .frame = {.cursor = -1}}, 60)
+                    .starts_with(" listening "));
+}
+
+TEST(StatusLine, OfASessionTheKeysSayTheTakesNextStep) {
+    using PrompterCore::TakeBarMode;
+    const ReadThrough reading = readingOf("one");
+    struct Case {
+        TakeBarMode mode;
+        const char* keys;
+    };
+    for (const auto& [mode, keys] : {Case{TakeBarMode::rest(), " space record   q quit"},
+                                     Case{TakeBarMode::countingDown(3), " space call off   q quit"},
+                                     Case{TakeBarMode::recording(), " space end take   q quit"}}) {
+        const ScreenView view{.reading = reading, .frame = {}, .take = TakeDisplay{.mode = mode}};
+        EXPECT_EQ(StatusLine::keysOf(view, 30), keys);
+    }
+}
+
 TEST(StatusLine, AsManyKeysAsFitWithQuitFirst) {
-    EXPECT_EQ(StatusLine::keys(80),
+    const ReadThrough reading = readingOf("one");
+    const ScreenView view{.reading = reading, .frame = {}};
+    EXPECT_EQ(StatusLine::keysOf(view, 80),
               " space pause   ↑↓ line   PgUp PgDn paragraph   ←→ chapter   r restart   q quit");
-    EXPECT_EQ(StatusLine::keys(30), " space pause   q quit");
-    EXPECT_EQ(StatusLine::keys(9), " q quit");
-    EXPECT_EQ(StatusLine::keys(8), "");
+    EXPECT_EQ(StatusLine::keysOf(view, 30), " space pause   q quit");
+    EXPECT_EQ(StatusLine::keysOf(view, 9), " q quit");
+    EXPECT_EQ(StatusLine::keysOf(view, 8), "");
     for (std::int64_t columns = 0; columns < 100; ++columns) {
-        EXPECT_LE(PrompterCore::columnsOf(StatusLine::keys(columns)), columns);
+        EXPECT_LE(PrompterCore::columnsOf(StatusLine::keysOf(view, columns)), columns);
     }
 }
 

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
@@ -17,6 +18,7 @@
 #include "tests/host/TemporaryFolder.h"
 #include "tests/support/Sounds.h"
 #include "tests/varnelle/RunCommand.h"
+#include "tests/varnelle/SoundServer.h"
 
 namespace Varnelle {
 namespace {
@@ -304,7 +306,7 @@ TEST(TakeCommand, AKilledSessionKeepsItsTakesAndTheNextOneSavesTheRest) {
 }
 
 TEST(TakeCommand, AnInterruptKeepsTheRunningTake) {
-    for (const int signal : {SIGINT, SIGTERM}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         Recording recording(room(60).clapAt(1).clapAt(1.3).mixAt(2, spoken(0, 50)));
         RunningCommand command(varnelle(recording.arguments({"--json", "--speed", "4"})));
         ASSERT_TRUE(command.readUntil("recording"));
@@ -315,6 +317,21 @@ TEST(TakeCommand, AnInterruptKeepsTheRunningTake) {
         EXPECT_EQ(eventsOf(result, "end").at(0)["interrupted"], true);
         EXPECT_EQ(recording.names().size(), 3U);
     }
+}
+
+TEST(TakeCommand, UnderNohupATerminalMayBeClosed) {
+    Recording recording(
+        room(30).clapAt(1).clapAt(1.3).mixAt(2, spoken(0, 20)).clapAt(25).clapAt(25.3));
+    std::vector<std::string> command{"nohup"};
+    for (const std::string& argument : varnelle(recording.arguments({"--json", "--speed", "20"}))) {
+        command.push_back(argument);
+    }
+    RunningCommand session(command);
+    ASSERT_TRUE(session.readUntil("recording"));
+    session.send(SIGHUP);
+    const CommandResult result = session.finish();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(eventsOf(result, "end").at(0)["interrupted"], false);
 }
 
 TEST(TakeCommand, WhenNobodyReadsTheOutputAnyMoreTheTakeIsSavedAllTheSame) {
@@ -381,6 +398,44 @@ TEST(TakeCommand, ALongTitleIsShortenedToWhatAFilesNameHolds) {
                     {.input = "# " + script + "\nHello.\n"});
     EXPECT_EQ(result.status, 0) << result.error;
     EXPECT_EQ(recording.names().size(), 3U);
+}
+
+// Whatever a busy machine breaks of the claps is clapped again.
+bool clapUntil(RunningCommand& session, std::string_view event, const Recording& claps) {
+    const std::size_t from = session.out().size();
+    for (int attempt = 0; attempt < 4; ++attempt) {
+        EXPECT_EQ(runCommand({"paplay", "--device=booth", claps.sound()}).status, 0);
+        if (session.readUntil(event, from, std::chrono::seconds(10))) return true;
+    }
+    return false;
+}
+
+TEST(TakeCommand, ATakeAtAMicrophoneHasACountdownAndTheWallClocksName) {
+    SoundServer server;
+    server.start();
+    server.addBooth("booth");
+    const Recording claps(room(1.2).clapAt(0.4).clapAt(0.7));
+    const Recording reading(room(1).toneAt(0, 1, 440, 0.5));
+    RunningCommand session(
+        varnelle({"take", sampleScript, "--microphone", "booth.monitor", "--to",
+                  claps.takes().string(), "--json", "--time-zone", "UTC", "--countdown", "1"}));
+    ASSERT_TRUE(session.readUntil("\"ready\"")) << session.error();
+    ASSERT_TRUE(clapUntil(session, "\"countdown\"", claps));
+    ASSERT_TRUE(session.readUntil("\"recording\""));
+    EXPECT_EQ(runCommand({"paplay", "--device=booth", reading.sound()}).status, 0);
+    ASSERT_TRUE(clapUntil(session, "\"saved\"", claps));
+    session.send(SIGINT);
+    const CommandResult result = session.finish();
+    EXPECT_EQ(result.status, 130);
+    const double began = eventsOf(result, "recording").at(0)["time"];
+    EXPECT_NEAR(began - eventsOf(result, "countdown").at(0)["time"].get<double>(), 1, 1e-6);
+    const Json saved = eventsOf(result, "saved").at(0);
+    EXPECT_NEAR(began + saved["seconds"].get<double>(), saved["time"], 0.001);
+    const DecodedSound sound = decodedSound(std::string(saved["file"]));
+    EXPECT_EQ(sound.rate, 48000);
+    EXPECT_NEAR(loudest(sound.samples), 0.5, 0.15) << "the reading, not the claps";
+    EXPECT_EQ(claps.names().size(), 3U);
+    EXPECT_EQ(claps.names().at(1).find("sample 20"), 0U);
 }
 
 TEST(TakeCommand, WrongArgumentsAreSaid) {
