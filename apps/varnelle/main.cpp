@@ -111,7 +111,7 @@ void addFollowOptions(CLI::App& command, FollowArguments& arguments) {
             ->check(numberBetween(0.01, 100.0));
     command.add_flag("--fast", arguments.fast, "as fast as it goes")->excludes(speed);
     auto* const json = command.add_flag("--json", arguments.json, "JSON Lines on standard output");
-    command.add_flag("--plain", arguments.plain, "a line for each aligned position, no screen")
+    command.add_flag("--plain", arguments.plain, "lines of text, no screen")
         ->excludes(json);
     command.add_flag("--panel", arguments.panel,
                      "on the screen a few lines and the progress, no scrolling text");
