@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <set>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -50,14 +51,20 @@ public:
             passOver(folder, error.message());
             return {};
         }
-        std::vector<ScriptItem> items;
-        for (; entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-            if (std::optional<ScriptItem> item = itemAt(entry->path(), id)) {
-                items.push_back(std::move(*item));
-            }
-            if (error) break;
+        std::vector<path> files;
+        while (entry != std::filesystem::directory_iterator()) {
+            files.push_back(entry->path());
+            entry.increment(error);
         }
         if (error) passOver(folder, error.message());
+        // The disk's own order would choose among links.
+        std::ranges::sort(files);
+        std::vector<ScriptItem> items;
+        for (const path& file : files) {
+            if (std::optional<ScriptItem> item = itemAt(file, id)) {
+                items.push_back(std::move(*item));
+            }
+        }
         return LibraryOrder::sorted(std::move(items));
     }
 
@@ -90,6 +97,11 @@ private:
                               ScriptItem::Kind::script, std::nullopt};
         if (std::ranges::count(around_, std::pair(status.st_dev, status.st_ino)) > 0)
             return passOver(file, "a link back to a folder that it is in");
+        // Folders that link to each other would be read in every order that there is.
+        std::error_code unknown;
+        if (std::filesystem::is_symlink(file, unknown) &&
+            !linked_.emplace(status.st_dev, status.st_ino).second)
+            return passOver(file, "another link to the same folder");
         const Inside inside(*this, status);
         std::vector<ScriptItem> children = itemsIn(file, id);
         return ScriptItem{Text(std::move(id)), Text(fileName), ScriptItem::Kind::folder,
@@ -103,6 +115,7 @@ private:
 
     ScriptFolder& result_;
     std::vector<std::pair<dev_t, ino_t>> around_;
+    std::set<std::pair<dev_t, ino_t>> linked_;  // the folders that links led to
 };
 
 const std::vector<ScriptItem>& siblingsIn(const ScriptItem* parent, const ScriptFolder& folder) {

@@ -23,8 +23,9 @@ struct ScriptFolder {
     std::vector<PrompterCore::ScriptItem> items;  ///< folders first, then by name, at every level
     std::vector<std::string> complaints;  ///< a sentence for each thing that was passed over
 
-    /// Names that are not UTF-8, folders that cannot be read and links that lead back to a folder
-    /// around them are passed over. Throws NoInput when `folder` itself cannot be read.
+    /// Names that are not UTF-8, folders that cannot be read, links that lead back to a folder
+    /// around them and all links to a folder but the first are passed over. Throws NoInput when
+    /// `folder` itself cannot be read.
     [[nodiscard]] static ScriptFolder read(const std::filesystem::path& folder);
 };
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -90,6 +91,33 @@ TEST_F(LibraryCommand, SaysWhatItPassesOverAndShowsTheRest) {
         EXPECT_NE(result.error.find(why), std::string::npos) << why << " in " << result.error;
     EXPECT_EQ(result.status, 65);
     EXPECT_EQ(runCommand({VARNELLE_PROGRAM, "library", at("nowhere")}).status, 66);
+}
+
+TEST_F(LibraryCommand, FollowsTheFirstLinkToAFolder) {
+    write("talks/Keynote.txt", "a");
+    fs::create_directory_symlink("talks", root_ / "alias");
+    fs::create_directory_symlink("talks", root_ / "second");
+    const CommandResult result = library();
+    EXPECT_EQ(result.out,
+              "alias/\n  Keynote · 1 word · under a minute aloud\n"
+              "talks/\n  Keynote · 1 word · under a minute aloud\n");
+    EXPECT_NE(result.error.find("second: another link to the same folder; passed over"),
+              std::string::npos)
+        << result.error;
+}
+
+TEST_F(LibraryCommand, FoldersThatAllLinkToEachOtherAreReadInLittleTime) {
+    constexpr int folders = 12;  // 479 001 600 orders to read them in
+    for (int from = 0; from < folders; ++from) {
+        const fs::path folder = root_ / std::to_string(from);
+        fs::create_directory(folder);
+        for (int to = 0; to < folders; ++to)
+            fs::create_directory_symlink("../" + std::to_string(to),
+                                         folder / ("to" + std::to_string(to)));
+    }
+    const CommandResult result = library();
+    EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '\n'), 2 * folders);
+    EXPECT_EQ(result.status, 65);
 }
 
 TEST_F(LibraryCommand, AFolderThatCannotBeReadIsPassedOver) {
