@@ -47,7 +47,10 @@ std::optional<std::string> hiddenLine(std::string_view question) {
             return std::nullopt;
         }
         const ssize_t got = read(STDIN_FILENO, piece.data(), piece.size());
-        if (got <= 0) return line;
+        if (got <= 0) {
+            std::fputc('\n', stderr);  // no end of a line did it
+            return line;
+        }
         line.append(piece.data(), static_cast<std::size_t>(got));
     }
     line.pop_back();

@@ -176,6 +176,15 @@ TEST_F(SecretCommand, AsksOnATerminalWithoutShowingTheValue) {
     EXPECT_EQ(getSecret().out, "hunter2\n");
 }
 
+TEST_F(SecretCommand, EndOfInputEndsTheValueAndTheLine) {
+    RunningCommand command(onTerminal());
+    ASSERT_TRUE(command.readUntil("Value for com.example.prompter: "));
+    command.write("hunter2\x04\x04");
+    ASSERT_TRUE(command.readUntil("prompter: \r\nstatus 0"));
+    command.finish();
+    EXPECT_EQ(getSecret().out, "hunter2\n");
+}
+
 TEST_F(SecretCommand, InterruptedQuestionLeavesValueAndTerminalAsTheyWere) {
     setSecret("before");
     RunningCommand command(onTerminal());
