@@ -36,7 +36,8 @@ struct ScreenView {
     bool paused = false;
     bool ended = false;                              ///< the sound or the words are over
     std::optional<TakeDisplay> take = std::nullopt;  ///< drawn as a bar where there is one
-    bool panel = false;  ///< the compact panel instead of the scrolling text
+    bool recordsTakes = false;  ///< in a session, where space is the take's next step
+    bool panel = false;         ///< the compact panel instead of the scrolling text
     /// What is wrong with the sound at present, in a sentence. Absent when nothing is.
     std::optional<std::string> trouble = std::nullopt;
 };

@@ -47,6 +47,7 @@ public:
         tell(recorder_.finish());
         display_->end(recorder_.time(), recorder_.savedCount(), wasInterrupted_);
         return {.wasInterrupted = wasInterrupted_,
+                .wasQuit = hasQuit_,
                 .takes = recorder_.savedCount(),
                 .seconds = recorder_.time(),
                 .trouble = recorder_.trouble()};

@@ -18,6 +18,7 @@ namespace Varnelle {
 /// How a session ended.
 struct SessionResult {
     bool wasInterrupted = false;
+    bool wasQuit = false;                ///< by a key, which an interrupt can be
     std::int64_t takes = 0;              ///< saved
     double seconds = 0;                  ///< of sound that was heard
     std::optional<std::string> trouble;  ///< why takes could not be written, or not all of one

@@ -140,6 +140,7 @@ public:
         screen_->draw({.reading = recorder.reading(),
                        .frame = frame,
                        .take = takeOf(recorder.session(), recorder.time()),
+                       .recordsTakes = true,
                        .panel = panel_,
                        .trouble = trouble});
     }

@@ -27,7 +27,8 @@ std::string stateOf(const ScreenView& view) {
     if (view.ended) return "ended";
     if (view.paused) return "paused";
     if (view.trouble) return *view.trouble;
-    const bool isRunning = !view.take || view.take->mode == TakeBarMode::recording();
+    const bool isRunning =
+        !view.recordsTakes || (view.take && view.take->mode == TakeBarMode::recording());
     const std::int64_t lastWord = signedCount(view.reading.script().tokens().size()) - 1;
     if (ScriptEnd::reached(view.frame.cursor, lastWord, isRunning)) return "end of the script";
     return view.reading.isSpeaking() ? "speaking" : "listening";
@@ -41,9 +42,8 @@ std::string chapterOf(const ScreenView& view) {
                        chapters[static_cast<std::size_t>(current)].title.utf8());
 }
 
-// In a session the take's next step.
 std::string_view spaceOf(const ScreenView& view) {
-    if (!view.take) return "space pause";
+    if (!view.recordsTakes || !view.take) return "space pause";
     return view.take->mode.visit([](const TakeBarMode::CountingDown&) { return "space call off"; },
                                  [](const TakeBarMode::Recording&) { return "space end take"; },
                                  [](const auto&) { return "space record"; });

@@ -117,7 +117,7 @@ ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& opti
     }
     if (result.wasInterrupted) return ExitStatus::interrupted;
     if (trouble && arguments.audio) return ExitStatus::badData;
-    if (result.takes > 0 || !arguments.audio) return ExitStatus::done;
+    if (result.takes > 0 || result.wasQuit || !arguments.audio) return ExitStatus::done;
     complaints.say(
         fmt::format("{}: no take; nowhere in its {:.0f} seconds are two claps to begin one",
                     shownName(*arguments.audio), result.seconds));

@@ -11,6 +11,7 @@
 #include <poll.h>
 
 #include "host/TextFile.h"
+#include "tests/host/TemporaryFolder.h"
 #include "tests/varnelle/RunCommand.h"
 
 namespace Varnelle::Tests {
@@ -197,6 +198,24 @@ TEST(PrompterScreen, AnUnknownTerminalIsRefused) {
     EXPECT_NE(terminal.screen().find("\"no-such-terminal\" (TERM) is unknown here"),
               std::string::npos)
         << terminal.screen();
+}
+
+TEST(PrompterScreen, OfASessionSaysWhatSpaceDoesAndShowsThePanel) {
+    const TemporaryFolder folder;
+    const Terminal terminal(std::string(VARNELLE_PROGRAM) + " take " + sampleScript + " --audio " +
+                            sampleSound + " --to " + folder.path().string() +
+                            " --speed 1 --countdown 600 --panel");
+    EXPECT_TRUE(terminal.shows("space record"));
+    EXPECT_TRUE(terminal.shows("\u25CF Ready"));
+    EXPECT_TRUE(terminal.shows("\u2591\u2591\u2591\u2591\u2591\u2591\u2591\u2591\u2591\u2591"))
+        << "the panel's progress";
+    terminal.press("Space");
+    EXPECT_TRUE(terminal.shows("space call off"));
+    EXPECT_TRUE(terminal.shows("\u25CF Recording in "));
+    terminal.press("Space");
+    EXPECT_TRUE(terminal.shows("space record"));
+    terminal.press("q");
+    terminal.expectEnd(0);
 }
 
 }  // namespace

@@ -125,6 +125,8 @@ TEST(StatusLine, SaysTheEndOfTheScriptWhereTheReadingRuns) {
     view.frame.cursor = 2;
     EXPECT_TRUE(saysTheEnd());
     view.take = TakeDisplay{};
+    EXPECT_TRUE(saysTheEnd());
+    view.recordsTakes = true;
     EXPECT_FALSE(saysTheEnd()) << "no take runs";
     view.take = TakeDisplay{.mode = PrompterCore::TakeBarMode::recording()};
     EXPECT_TRUE(saysTheEnd());
@@ -143,14 +145,17 @@ TEST(StatusLine, OfASessionTheKeysSayTheTakesNextStep) {
     for (const auto& [mode, keys] : {Case{TakeBarMode::rest(), " space record   q quit"},
                                      Case{TakeBarMode::countingDown(3), " space call off   q quit"},
                                      Case{TakeBarMode::recording(), " space end take   q quit"}}) {
-        const ScreenView view{.reading = reading, .frame = {}, .take = TakeDisplay{.mode = mode}};
+        const ScreenView view{.reading = reading,
+                              .frame = {},
+                              .take = TakeDisplay{.mode = mode},
+                              .recordsTakes = true};
         EXPECT_EQ(StatusLine::keysOf(view, 30), keys);
     }
 }
 
 TEST(StatusLine, AsManyKeysAsFitWithQuitFirst) {
     const ReadThrough reading = readingOf("one");
-    const ScreenView view{.reading = reading, .frame = {}};
+    const ScreenView view{.reading = reading, .frame = {}, .take = TakeDisplay{}};
     EXPECT_EQ(StatusLine::keysOf(view, 80),
               " space pause   ↑↓ line   PgUp PgDn paragraph   ←→ chapter   r restart   q quit");
     EXPECT_EQ(StatusLine::keysOf(view, 30), " space pause   q quit");
