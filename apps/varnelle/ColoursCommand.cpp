@@ -43,6 +43,7 @@ void addPresetVerbs(CLI::App& command, const std::shared_ptr<ColourArguments>& a
             fmt::format("Example:\n  varnelle colours presets mine.json {}\n\n{}", example, what));
     };
     const auto run = [&exit, arguments](CLI::App* verbApp, auto change) {
+        verbApp->add_flag("--json", arguments->presets.json, "tell what was done as JSON");
         verbApp->callback([&exit, arguments, change] {
             if (arguments->presets.name == "-")
                 throw CLI::ValidationError("presets", "standard input has no place to write to");
@@ -50,9 +51,7 @@ void addPresetVerbs(CLI::App& command, const std::shared_ptr<ColourArguments>& a
         });
     };
     const auto number = [&](CLI::App* verbApp) {
-        verbApp->add_option("PRESET", arguments->preset, "which one, counted from 1")
-            ->required()
-            ->check(CLI::PositiveNumber);
+        verbApp->add_option("PRESET", arguments->preset, "which one, counted from 1")->required();
     };
 
     CLI::App* const add = verb("add", "add Studio FFFFFF FF8000 --marker 00C8FF",

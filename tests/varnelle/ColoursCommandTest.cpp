@@ -162,10 +162,13 @@ TEST(ColoursCommand, KeepsPresetsInAFile) {
 
 TEST(ColoursCommand, ChangesAreToldAsJsonToo) {
     const TemporaryFile file(twoPresets);
-    const CommandResult renamed = presets(file.name(), {"--json", "rename", "1", "Day"});
-    EXPECT_EQ(renamed.status, 0);
-    EXPECT_EQ(Json::parse(renamed.out)["name"], "Day");
-    EXPECT_EQ(Json::parse(renamed.out)["id"], "0F8FAD5B-D9CB-469F-A165-70867728950E");
+    const Arguments ways[] = {{"--json", "rename", "1", "Day"}, {"rename", "1", "Day", "--json"}};
+    for (const Arguments& way : ways) {
+        const CommandResult renamed = presets(file.name(), way);
+        EXPECT_EQ(renamed.status, 0);
+        EXPECT_EQ(Json::parse(renamed.out)["name"], "Day");
+        EXPECT_EQ(Json::parse(renamed.out)["id"], "0F8FAD5B-D9CB-469F-A165-70867728950E");
+    }
 }
 
 TEST(ColoursCommand, ABrokenFileIsSaidToBeNoneAndKept) {
@@ -215,6 +218,8 @@ TEST(ColoursCommand, WhatMakesNoSenseChangesNothing) {
     const std::string has = ": there is no preset 3; it has presets 1 to 2";
     expectRefusal(presets(file.name(), {"remove", "3"}), 2, file.name() + has);
     expectRefusal(presets(file.name(), {"rename", "3", "x"}), 2, file.name() + has);
+    expectRefusal(presets(file.name(), {"remove", "0"}), 2,
+                  file.name() + ": there is no preset 0; it has presets 1 to 2");
     const std::string name = "a name is UTF-8 text that is not only white space";
     for (const char* blank : {"", " \n", "\u3000", "\xFF"}) {
         expectRefusal(presets(file.name(), {"rename", "1", blank}), 2, name);
