@@ -34,14 +34,14 @@ CameraBackground CameraBackground::fromRecord(const Record& record) {
         throw RecordFailure(RecordFailure::Kind::mismatch,
                             "Invalid number of keys found, expected one.");
     const std::string_view name = keys.front();
+    const auto kind = fromRawValue<Kind>(name);
+    if (!kind)
+        throw RecordFailure(RecordFailure::Kind::mismatch, "no kind of background").under(name);
     const Record carried = record.required<Record>(name);
     try {
-        const auto kind = fromRawValue<Kind>(name);
-        if (kind == Kind::off) return off();
-        if (kind == Kind::blur) return blur();
         if (kind == Kind::colour) return colour(carried.required<RGBA>(colourKey));
         if (kind == Kind::image) return image(carried.required<Text>(pathKey));
-        throw RecordFailure(RecordFailure::Kind::mismatch, "no kind of background");
+        return kind == Kind::blur ? blur() : off();
     } catch (const RecordFailure& failure) {
         throw failure.under(name);
     }

@@ -123,6 +123,9 @@ TEST(CameraRecords, ABackgroundHasOneKey) {
 TEST(CameraRecords, ABackgroundsKeyIsAKnownKindWithItsRecord) {
     EXPECT_EQ(failureOf<CameraBackground>(R"({"Blur":{}})"),
               (Failure{Kind::mismatch, "Blur", "no kind of background"}));
+    EXPECT_EQ(failureOf<CameraBackground>(R"({"wall":3})"),
+              (Failure{Kind::mismatch, "wall", "no kind of background"}))
+        << "whatever stands under it";
     EXPECT_EQ(failureOf<CameraBackground>(R"({"image":{}})"),
               (Failure{Kind::missingKey, "image.path", "missing"}));
     EXPECT_EQ(failureOf<CameraBackground>(R"({"colour":{"red":1}})"),
