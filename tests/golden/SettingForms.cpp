@@ -3,6 +3,7 @@
 
 #include "PrompterCore/appearance/AppAppearance.h"
 #include "PrompterCore/audio/MicrophoneAccess.h"
+#include "PrompterCore/takes/CelebrationLog.h"
 #include "PrompterCore/takes/RecordingMode.h"
 #include "PrompterCore/takes/StorageFolder.h"
 #include "PrompterCore/telemetry/TelemetryTier.h"
@@ -44,7 +45,8 @@ std::string readAndWritten(const std::string& file) {
     return rawValuesReadAndWritten<AppAppearance>(lines.at(0)) +
            rawValuesReadAndWritten<MicrophoneAccess>(lines.at(1)) +
            rawValuesReadAndWritten<RecordingMode>(lines.at(2)) +
-           rawValuesReadAndWritten<TelemetryTier>(lines.at(3));
+           rawValuesReadAndWritten<TelemetryTier>(lines.at(3)) +
+           rawValuesReadAndWritten<Celebration>(lines.at(4));
 }
 
 }  // namespace
@@ -54,7 +56,8 @@ std::vector<Form> settingForms() {
         {"settings.txt",
          rawValues<AppAppearance>("AppAppearance") +
              rawValues<MicrophoneAccess>("MicrophoneAccess") +
-             rawValues<RecordingMode>("RecordingMode") + rawValues<TelemetryTier>("TelemetryTier"),
+             rawValues<RecordingMode>("RecordingMode") + rawValues<TelemetryTier>("TelemetryTier") +
+             rawValues<Celebration>("Celebration"),
          readAndWritten},
         {"storage-folder.txt", std::string("key: ").append(StorageFolder::infoKey) +
                                    "\nnothing declared: " +
