@@ -15,6 +15,7 @@
 
 namespace PrompterCore {
 
+/// What the user chose; the first is what counts where nothing is stored.
 enum class AppAppearance { system, light, dark };
 
 template <>
@@ -45,11 +46,6 @@ struct Enumeration<AppAppearanceScheme> {
         {AppAppearanceScheme::dark, "dark"},
     };
 };
-
-/// What a list of the choices tells them apart by: the raw value.
-[[nodiscard]] constexpr std::string_view id(AppAppearance appearance) noexcept {
-    return rawValue(appearance);
-}
 
 /// The system's scheme for `system`, else the chosen one.
 [[nodiscard]] AppAppearanceScheme resolved(AppAppearance appearance, bool systemIsDark) noexcept;

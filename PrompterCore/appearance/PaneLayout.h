@@ -12,6 +12,7 @@
 
 namespace PrompterCore::PaneLayout {
 
+/// What a pane asks for, in points.
 struct Pane {
     Required<double> preferred;  ///< where there is room
     Required<double> minimum;    ///< where there is not

@@ -28,6 +28,7 @@ struct CameraAdjustment {
     static constexpr ClosedRange<std::int64_t> delayRange{0, 1000};  ///< of `pictureDelay`
     static constexpr std::int64_t delayStep = 10;  ///< of the control that edits `pictureDelay`
 
+    /// Reads and assigns like a number.
     using Delay = Clamped<delayRange.lower(), delayRange.upper()>;
 
     CameraRotation rotation;      ///< how the picture is turned
@@ -42,6 +43,7 @@ struct CameraAdjustment {
     /// is off and a missing `savesCutout` is false, and a delay is clamped. Throws RecordFailure
     /// for anything else that is missing or no such value.
     [[nodiscard]] static CameraAdjustment fromRecord(const Record& record);
+    /// All four fields. Throws RecordFailure where a colour's component is not finite.
     [[nodiscard]] Record toRecord() const;
 
     friend bool operator==(const CameraAdjustment&, const CameraAdjustment&) = default;

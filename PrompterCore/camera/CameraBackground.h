@@ -23,16 +23,20 @@ namespace PrompterCore {
 /// A value. One of: off, blur, a colour, an image. The host reads the image's file.
 class CameraBackground {
 public:
+    /// The picture as it is.
     struct Off {
         friend bool operator==(const Off&, const Off&) = default;
     };
+    /// The same picture, out of focus.
     struct Blur {
         friend bool operator==(const Blur&, const Blur&) = default;
     };
+    /// One plain colour.
     struct Colour {
-        RGBA colour;
+        RGBA colour;  ///< all over the background
         friend bool operator==(const Colour&, const Colour&) = default;
     };
+    /// Another picture.
     struct Image {
         Text path;  ///< of the picture's file, as the file system has it
         friend bool operator==(const Image&, const Image&) = default;
@@ -44,6 +48,7 @@ public:
     /// A dark grey-blue, for a background that is switched to a colour for the first time.
     static constexpr RGBA defaultColour{0.13, 0.14, 0.16, 1};
 
+    // Each makes the case of its name.
     [[nodiscard]] static CameraBackground off() noexcept { return CameraBackground(Off{}); }
     [[nodiscard]] static CameraBackground blur() noexcept { return CameraBackground(Blur{}); }
     [[nodiscard]] static CameraBackground colour(const RGBA& colour) noexcept {
@@ -53,6 +58,7 @@ public:
         return CameraBackground(Image{std::move(path)});
     }
 
+    /// The case, without what it carries.
     [[nodiscard]] Kind kind() const noexcept;
     /// What a user reads: the kind's title.
     [[nodiscard]] std::string_view title() const noexcept;
@@ -74,6 +80,7 @@ public:
     /// {"image":{"path":"/Pictures/wall.png"}}, {"colour":{"_0":{"red":0.13, ...}}}, {"off":{}}.
     /// Throws RecordFailure for anything else; further keys beside what is carried do not matter.
     [[nodiscard]] static CameraBackground fromRecord(const Record& record);
+    /// The same form. Throws RecordFailure where a colour's component is not finite.
     [[nodiscard]] Record toRecord() const;
 
     friend bool operator==(const CameraBackground&, const CameraBackground&) = default;

@@ -11,6 +11,7 @@
 
 namespace PrompterCore {
 
+/// Lying or upright.
 enum class CameraFraming { landscape, portrait };
 
 template <>
@@ -31,6 +32,7 @@ struct Enumeration<CameraFraming> {
 [[nodiscard]] constexpr double ratio(CameraFraming framing) noexcept {
     return enumerationRow(framing).ratio;
 }
+/// Whether it is higher than wide.
 [[nodiscard]] constexpr bool isPortrait(CameraFraming framing) noexcept {
     return enumerationRow(framing).isPortrait;
 }

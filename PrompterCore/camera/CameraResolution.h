@@ -43,6 +43,7 @@ struct CameraResolution {
     /// Stored as {"width":1920,"height":1080}; read as it stands, 0 or below included. Throws
     /// RecordFailure where one is missing or no whole number.
     [[nodiscard]] static CameraResolution fromRecord(const Record& record);
+    /// The same form, as it stands.
     [[nodiscard]] Record toRecord() const;
 
     friend bool operator==(const CameraResolution&, const CameraResolution&) = default;

@@ -14,6 +14,7 @@
 
 namespace PrompterCore {
 
+/// Stored as the number of its degrees.
 enum class CameraRotation { none, quarter, half, threeQuarters };
 
 template <>
@@ -37,6 +38,7 @@ struct Enumeration<CameraRotation> {
     };
 };
 
+/// The turn in degrees: 0, 90, 180 or 270.
 [[nodiscard]] constexpr double degrees(CameraRotation rotation) noexcept {
     return enumerationRow(rotation).degrees;
 }

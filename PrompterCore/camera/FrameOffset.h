@@ -19,8 +19,9 @@ public:
 
     static const FrameOffset centred;  ///< (0, 0)
 
-    [[nodiscard]] constexpr double x() const noexcept { return x_; }
-    [[nodiscard]] constexpr double y() const noexcept { return y_; }
+    [[nodiscard]] constexpr double x() const noexcept { return x_; }  ///< -1 (left) ... 1 (right)
+    [[nodiscard]] constexpr double y() const noexcept { return y_; }  ///< -1 (top) ... 1 (bottom)
+    /// Whether both coordinates are exactly 0.
     [[nodiscard]] constexpr bool isCentred() const noexcept { return *this == centred; }
 
     /// The sums, clamped; one that is not a number becomes 0.

@@ -35,6 +35,7 @@ public:
     [[nodiscard]] const Rectangle& picture() const noexcept { return picture_; }
     /// How far the picture can be dragged, from one end to the other.
     [[nodiscard]] const Size& room() const noexcept { return room_; }
+    /// Whether left and right change places in the preview.
     [[nodiscard]] bool mirrored() const noexcept { return mirrored_; }
 
     /// Whether there is a point of room at least: below that no drag is offered.

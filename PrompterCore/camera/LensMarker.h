@@ -18,8 +18,9 @@ public:
 
     static const LensMarker default_;  ///< in the middle, a little under a third of the height down
 
-    [[nodiscard]] constexpr double x() const noexcept { return x_; }
-    [[nodiscard]] constexpr double y() const noexcept { return y_; }
+    [[nodiscard]] constexpr double x() const noexcept { return x_; }  ///< 0 (left) ... 1 (right)
+    [[nodiscard]] constexpr double y() const noexcept { return y_; }  ///< 0 (top) ... 1 (bottom)
+    /// Whether both coordinates are exactly the default's.
     [[nodiscard]] constexpr bool isDefault() const noexcept { return *this == default_; }
 
     /// Dragged by `dx`, `dy` points over an area of this size, clamped. Along a side that is not

@@ -15,10 +15,10 @@ namespace PrompterCore {
 
 /// Identified by its id, equal when everything is.
 struct ColourPreset {
-    UUID id;    ///< never changes, whatever the name becomes
-    Text name;  ///< as the user reads it; ColourPresetLibrary keeps it clean and unique
-    RGBA text;  ///< of the script
-    RGBA highlight;
+    UUID id;         ///< never changes, whatever the name becomes
+    Text name;       ///< as the user reads it; ColourPresetLibrary keeps it clean and unique
+    RGBA text;       ///< of the script
+    RGBA highlight;  ///< of what is highlighted in it
     std::optional<RGBA> marker = std::nullopt;  ///< absent: the marker's colour is left alone
 
     /// The preset of a stored record. Throws RecordFailure unless every key but "marker" is there.

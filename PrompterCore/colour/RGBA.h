@@ -49,9 +49,9 @@ public:
     /// without one "#" in front. Absent for anything else.
     [[nodiscard]] static std::optional<RGBA> fromHex(const Text& text);
 
-    [[nodiscard]] constexpr double red() const noexcept { return red_; }
-    [[nodiscard]] constexpr double green() const noexcept { return green_; }
-    [[nodiscard]] constexpr double blue() const noexcept { return blue_; }
+    [[nodiscard]] constexpr double red() const noexcept { return red_; }      ///< 0 ... 1
+    [[nodiscard]] constexpr double green() const noexcept { return green_; }  ///< 0 ... 1
+    [[nodiscard]] constexpr double blue() const noexcept { return blue_; }    ///< 0 ... 1
     /// 0 is transparent, 1 opaque.
     [[nodiscard]] constexpr double alpha() const noexcept { return alpha_; }
 

@@ -39,6 +39,7 @@ public:
     /// The 36 characters that fromText reads, in upper case.
     [[nodiscard]] std::string text() const;
 
+    /// In the order in which they are written.
     [[nodiscard]] constexpr const Bytes& bytes() const noexcept { return bytes_; }
 
     friend constexpr bool operator==(const UUID&, const UUID&) = default;

@@ -64,6 +64,11 @@ template <class E>
 requires requires { Enumeration<E>::rows[0].rawValue; }
 [[nodiscard]] constexpr auto rawValue(E value) noexcept { return enumerationRow(value).rawValue; }
 
+/// What a list of the cases tells them apart by: the raw value.
+template <class E>
+requires requires { Enumeration<E>::rows[0].rawValue; }
+[[nodiscard]] constexpr auto id(E value) noexcept { return rawValue(value); }
+
 /// What a user reads for the case. Where a case has no title, the column is optional.
 template <class E>
 requires requires { Enumeration<E>::rows[0].title; }

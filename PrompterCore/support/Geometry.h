@@ -9,15 +9,16 @@ namespace PrompterCore {
 
 /// Taken as it stands: neither side is clamped.
 struct Size {
-    double width = 0;
-    double height = 0;
+    double width = 0;   ///< along x
+    double height = 0;  ///< along y
 
     friend bool operator==(const Size&, const Size&) = default;
 };
 
+/// A place, or a way from one to another.
 struct Point {
-    double x = 0;
-    double y = 0;
+    double x = 0;  ///< grows to the right
+    double y = 0;  ///< grows as is said where the point is used
 
     friend bool operator==(const Point&, const Point&) = default;
 };
@@ -25,13 +26,13 @@ struct Point {
 /// The corner with the least x and y, and a size that is not negative. Which way y grows is said
 /// where a rectangle is used.
 struct Rectangle {
-    Point origin;
-    Size size;
+    Point origin;  ///< the corner with the least x and y
+    Size size;     ///< neither side negative
 
-    [[nodiscard]] double minX() const noexcept { return origin.x; }
-    [[nodiscard]] double minY() const noexcept { return origin.y; }
-    [[nodiscard]] double maxX() const noexcept { return origin.x + size.width; }
-    [[nodiscard]] double maxY() const noexcept { return origin.y + size.height; }
+    [[nodiscard]] double minX() const noexcept { return origin.x; }                ///< left edge
+    [[nodiscard]] double minY() const noexcept { return origin.y; }                ///< least y
+    [[nodiscard]] double maxX() const noexcept { return origin.x + size.width; }   ///< right edge
+    [[nodiscard]] double maxY() const noexcept { return origin.y + size.height; }  ///< greatest y
 
     friend bool operator==(const Rectangle&, const Rectangle&) = default;
 };

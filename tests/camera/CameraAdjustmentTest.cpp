@@ -136,6 +136,7 @@ TEST(CameraBackground, KindsHaveTitlesAndAllButOffNeedACutout) {
     for (const auto& [background, kind, title, needsCutout] : cases) {
         EXPECT_EQ(background.kind(), kind);
         EXPECT_EQ(background.title(), title);
+        EXPECT_EQ(fromRawValue<CameraBackground::Kind>(id(kind)), kind);
         EXPECT_EQ(background.needsCutout(), needsCutout);
     }
     EXPECT_EQ(CameraBackground::defaultColour, RGBA(0.13, 0.14, 0.16, 1));

@@ -164,6 +164,8 @@ TEST(CameraFraming, HasTheShapesOfItsTable) {
     EXPECT_EQ(ratio(portrait), 0.5625);
     EXPECT_FALSE(isPortrait(landscape));
     EXPECT_TRUE(isPortrait(portrait));
+    EXPECT_EQ(id(landscape), "landscape");
+    EXPECT_EQ(id(portrait), "portrait");
     EXPECT_EQ(title(landscape), "Landscape");
     EXPECT_EQ(title(portrait), "Portrait");
     EXPECT_EQ(fromRawValue<CameraFraming>("Portrait"), std::nullopt);
@@ -174,6 +176,7 @@ TEST(CameraRotation, HasTheTurnsOfItsTable) {
     std::int64_t position = 0;
     for (const CameraRotation rotation : allCases<CameraRotation>) {
         EXPECT_EQ(rawValue(rotation), 90 * position);
+        EXPECT_EQ(id(rotation), 90 * position);
         EXPECT_EQ(degrees(rotation), 90.0 * static_cast<double>(position));
         EXPECT_EQ(title(rotation), std::to_string(90 * position) + "\u00B0");
         EXPECT_EQ(turnsSideways(rotation), position % 2 == 1);
@@ -191,6 +194,8 @@ TEST(CameraRotation, IsReadFromItsFourNumbersOnly) {
         EXPECT_EQ(fromRawValue<CameraRotation>(raw).has_value(), isTurn) << raw;
     }
     EXPECT_EQ(fromRawValue<CameraRotation>(90), CameraRotation::quarter);
+    EXPECT_EQ(fromRawValue<CameraRotation>(360), std::nullopt);
+    EXPECT_EQ(fromRawValue<CameraRotation>(-90), std::nullopt);
 }
 
 TEST(CameraRotation, TurnedThereAndBackIsNothing) {
