@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -12,6 +13,7 @@
 
 #include "PrompterCore/audio/ClapCommand.h"
 #include "PrompterCore/audio/ClapDetector.h"
+#include "apps/varnelle/CommandLine.h"
 #include "apps/varnelle/Json.h"
 #include "apps/varnelle/Output.h"
 #include "host/ClapsInSpeech.h"
@@ -123,6 +125,20 @@ ExitStatus clapsCommand(const std::string& name, bool json) {
     const auto trouble = sound.trouble();
     if (trouble) complain(*trouble);
     return trouble ? ExitStatus::badData : ExitStatus::done;
+}
+
+void addClaps(CLI::App& app, ExitStatus& exit) {
+    const auto file = std::make_shared<std::string>();
+    const auto json = std::make_shared<bool>(false);
+    CLI::App& clapsApp = *app.add_subcommand(
+        "claps",
+        "Examples:\n"
+        "  varnelle claps take.wav\n"
+        "  varnelle claps take.wav --json\n\n"
+        "Says which hand claps are heard in AUDIO, and whether they would start or stop a take.");
+    clapsApp.add_option("AUDIO", *file, "a sound file; - is standard input")->required();
+    clapsApp.add_flag("--json", *json, "one JSON object for each group of claps");
+    clapsApp.callback([file, json, &exit] { exit = clapsCommand(*file, *json); });
 }
 
 }  // namespace Varnelle

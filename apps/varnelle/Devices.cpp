@@ -1,7 +1,10 @@
 #include "apps/varnelle/Devices.h"
 
+#include <memory>
+
 #include <fmt/format.h>
 
+#include "apps/varnelle/CommandLine.h"
 #include "apps/varnelle/Json.h"
 #include "apps/varnelle/Output.h"
 #include "host/AudioInputs.h"
@@ -50,6 +53,20 @@ void showDevices(const std::string& remembered, bool json) {
         print(inputs, output);
     }
     output.flush();
+}
+
+void addDevices(CLI::App& app) {
+    const auto remembered = std::make_shared<std::string>();
+    const auto json = std::make_shared<bool>(false);
+    CLI::App& devicesApp = *app.add_subcommand("devices",
+                                               "Examples:\n"
+                                               "  varnelle devices\n"
+                                               "  varnelle devices --remembered Lavalier\n\n"
+                                               "The audio inputs that are there, and which one "
+                                               "would be listened to.");
+    devicesApp.add_option("--remembered", *remembered, "the id or name of the input last chosen");
+    devicesApp.add_flag("--json", *json, "the inputs as JSON");
+    devicesApp.callback([remembered, json] { showDevices(*remembered, *json); });
 }
 
 }  // namespace Varnelle

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <new>
 #include <optional>
@@ -12,6 +11,7 @@
 #include <unistd.h>
 
 #include "PrompterCore/library/WordDiff.h"
+#include "apps/varnelle/CommandLine.h"
 #include "apps/varnelle/Pager.h"
 #include "apps/varnelle/ShowDiff.h"
 #include "host/Failures.h"
@@ -37,10 +37,9 @@ constexpr ExitStatus same{0};
 constexpr ExitStatus different{1};
 constexpr ExitStatus trouble{2};
 
-bool wantsColours(const Arguments& arguments) {
+bool showsColours(const Arguments& arguments) {
     if (arguments.colour != "auto") return arguments.colour == "always";
-    const char* const refused = std::getenv("NO_COLOR");
-    return isTerminal() && (refused == nullptr || *refused == '\0');
+    return isTerminal() && wantsColour();
 }
 
 // The comparison keeps a table of all pairs of lines. One that the machine has no memory for would
@@ -68,7 +67,7 @@ ExitStatus compareWords(const Text& before, const Text& after, const Arguments& 
         return segment.operation != DiffOperation::equal;
     });
     try {
-        const bool colours = wantsColours(arguments);
+        const bool colours = showsColours(arguments);
         Output output;
         if (arguments.json) {
             writeWordDiffJson(segments, output);
@@ -88,7 +87,7 @@ ExitStatus compareLines(const Text& before, const Text& after, const Arguments& 
     const bool differ = std::ranges::any_of(
         lines, [](const DiffLine& line) { return line.change != LineChange::context; });
     try {
-        const bool colours = wantsColours(arguments);
+        const bool colours = showsColours(arguments);
         Output output;
         if (arguments.json) {
             writeLineDiffJson(lines, output);

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <system_error>
@@ -13,6 +14,7 @@
 
 #include "PrompterCore/platform/Keychain.h"
 #include "PrompterCore/platform/ModelInstallation.h"
+#include "apps/varnelle/CommandLine.h"
 #include "apps/varnelle/Demo.h"
 #include "apps/varnelle/Json.h"
 #include "apps/varnelle/Output.h"
@@ -167,6 +169,18 @@ ExitStatus doctor(bool json) {
     if (json) output.line(Json{{"isAllThere", isAllThere}, {"findings", list}}.dump());
     output.flush();
     return isAllThere ? ExitStatus::done : ExitStatus::unavailable;
+}
+
+void addDoctor(CLI::App& app, ExitStatus& exit) {
+    const auto json = std::make_shared<bool>(false);
+    CLI::App& doctorApp = *app.add_subcommand("doctor",
+                                              "Examples:\n"
+                                              "  varnelle doctor\n"
+                                              "  varnelle doctor --json\n\n"
+                                              "What this machine has of all that is needed, and "
+                                              "what to do about the rest.");
+    doctorApp.add_flag("--json", *json, "the findings as JSON");
+    doctorApp.callback([json, &exit] { exit = doctor(*json); });
 }
 
 }  // namespace Varnelle

@@ -1,11 +1,14 @@
 #include "apps/varnelle/SecretCommand.h"
 
+#include <memory>
 #include <optional>
 #include <utility>
 
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include "PrompterCore/platform/Keychain.h"
+#include "apps/varnelle/CommandLine.h"
 #include "apps/varnelle/HiddenLine.h"
 #include "apps/varnelle/Output.h"
 #include "apps/varnelle/TerminalText.h"
@@ -71,6 +74,32 @@ ExitStatus secretCommand(SecretAction action, const std::string& service) {
     } catch (const Keychain::Failure& failure) {
         throw Unavailable(failure.what());
     }
+}
+
+void addSecret(CLI::App& app, ExitStatus& exit) {
+    CLI::App& command =
+        *app.add_subcommand("secret",
+                            "Examples:\n"
+                            "  varnelle secret set com.example.transcripts < value.txt\n"
+                            "  varnelle secret get com.example.transcripts\n"
+                            "  varnelle secret remove com.example.transcripts\n\n"
+                            "Keeps one value for each SERVICE in the system's keychain.");
+    command.require_subcommand(1);
+    const auto service = std::make_shared<std::string>();
+    const auto add = [&](const char* name, const char* example, const char* what,
+                         SecretAction action) {
+        CLI::App& verb = *command.add_subcommand(
+            name, fmt::format("Example:\n  varnelle secret {}\n\n{}", example, what));
+        verb.add_option("SERVICE", *service, "the name that the value is kept under")->required();
+        verb.callback([&exit, service, action] { exit = secretCommand(action, *service); });
+    };
+    add("set", "set com.example.transcripts < value.txt",
+        "Stores standard input, without the white space around it; a blank one removes the value.",
+        SecretAction::set);
+    add("get", "get com.example.transcripts", "Prints the value; exit status 1 when there is none.",
+        SecretAction::get);
+    add("remove", "remove com.example.transcripts", "Removes the value, if there is one.",
+        SecretAction::remove);
 }
 
 }  // namespace Varnelle

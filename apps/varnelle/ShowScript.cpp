@@ -1,6 +1,7 @@
 #include "apps/varnelle/ShowScript.h"
 
 #include <cstddef>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "PrompterCore/support/Integers.h"
 #include "PrompterCore/text/Separator.h"
 #include "apps/varnelle/ColumnLines.h"
+#include "apps/varnelle/CommandLine.h"
 #include "apps/varnelle/Json.h"
 #include "apps/varnelle/Output.h"
 #include "host/TextFile.h"
@@ -102,6 +104,37 @@ void showLines(const std::string& file, std::int64_t width, bool json) {
         }
     }
     output.flush();
+}
+
+void addScript(CLI::App& app) {
+    const auto script = std::make_shared<std::string>();
+    const auto json = std::make_shared<bool>(false);
+    CLI::App& scriptApp = *app.add_subcommand(
+        "script",
+        "Examples:\n"
+        "  varnelle script talk.txt\n"
+        "  varnelle script talk.txt --json\n\n"
+        "Says what SCRIPT is: words, reading time, chapters with their starts.");
+    scriptApp.add_option("SCRIPT", *script, "the script; - is standard input")->required();
+    scriptApp.add_flag("--json", *json, "everything that is derived from the text, as JSON");
+    scriptApp.callback([script, json] { showScript(*script, *json); });
+}
+
+void addLines(CLI::App& app) {
+    const auto script = std::make_shared<std::string>();
+    const auto json = std::make_shared<bool>(false);
+    const auto width = std::make_shared<std::int64_t>(40);
+    CLI::App& linesApp = *app.add_subcommand("lines",
+                                             "Examples:\n"
+                                             "  varnelle lines talk.txt --width 40\n"
+                                             "  varnelle lines talk.txt --width 40 --json\n\n"
+                                             "Breaks SCRIPT into prompt lines.");
+    linesApp.add_option("SCRIPT", *script, "the script; - is standard input")->required();
+    linesApp.add_option("--width", *width, "columns of a line")
+        ->check(numberBetween<std::int64_t>(1, 1'000'000))
+        ->capture_default_str();
+    linesApp.add_flag("--json", *json, "the lines as JSON");
+    linesApp.callback([script, width, json] { showLines(*script, *width, *json); });
 }
 
 }  // namespace Varnelle
