@@ -126,6 +126,7 @@ TEST_F(LibraryCommand, AFolderThatCannotBeReadIsPassedOver) {
     fs::create_directory(root_ / "closed");
     fs::permissions(root_ / "closed", fs::perms::none);
     const CommandResult result = library();
+    fs::permissions(root_ / "closed", fs::perms::owner_all);  // so that it can be removed
     EXPECT_EQ(result.out, "closed/\ngood · 1 word · under a minute aloud\n");
     EXPECT_NE(result.error.find("Permission denied"), std::string::npos);
 }
