@@ -54,21 +54,6 @@ std::vector<HeardWord> wordsOf(const Json& object) {
 
 }  // namespace
 
-void SherpaWords::read(std::string_view line) { take(objects_.take(line)); }
-
-void SherpaWords::end() { take(objects_.finish()); }
-
-void SherpaWords::take(const std::vector<JsonObjects::Found>& found) {
-    for (const JsonObjects::Found& object : found) {
-        try {
-            if (!object.isWhole) throw Broken("this is no whole JSON object");
-            takeObject(WordsJson::parsed(object.text));
-        } catch (const Broken& broken) {
-            passOver(object.line, broken.what());
-        }
-    }
-}
-
 void SherpaWords::takeObject(const Json& object) {
     std::vector<HeardWord> words = wordsOf(object);
     const auto final = object.find("is_final");

@@ -8,22 +8,15 @@
 //
 // A word ends where the next one begins. An object that is not final is replaced by the next one.
 
-#include "host/words/JsonObjects.h"
+#include "host/words/JsonObjectsReader.h"
 #include "host/words/WordsJson.h"
-#include "host/words/WordsReader.h"
 
 namespace Varnelle {
 
-class SherpaWords final : public WordsReader {
-protected:
-    void read(std::string_view line) override;
-    void end() override;
-
+class SherpaWords final : public JsonObjectsReader {
 private:
-    void take(const std::vector<JsonObjects::Found>& found);
-    void takeObject(const WordsJson::Json& object);
+    void takeObject(const WordsJson::Json& object) override;
 
-    JsonObjects objects_{JsonObjects::Where::outermost};
     bool isOpen_ = false;  // the words behind the settled ones may still change
 };
 

@@ -35,21 +35,6 @@ std::vector<HeardWord> timedWords(const Json& list, const char* name) {
 
 }  // namespace
 
-void VoskWords::read(std::string_view line) { take(objects_.take(line)); }
-
-void VoskWords::end() { take(objects_.finish()); }
-
-void VoskWords::take(const std::vector<JsonObjects::Found>& found) {
-    for (const JsonObjects::Found& object : found) {
-        try {
-            if (!object.isWhole) throw Broken("this is no whole JSON object");
-            takeObject(WordsJson::parsed(object.text));
-        } catch (const Broken& broken) {
-            passOver(object.line, broken.what());
-        }
-    }
-}
-
 void VoskWords::takeObject(const Json& object) {
     if (object.contains("partial")) return takePartial(object);
     const auto alternatives = object.find("alternatives");

@@ -9,30 +9,23 @@
 // With alternatives the first one counts. A partial result has times only when they are asked for;
 // without them words count when they come, and not at all when they were recorded.
 
-#include "host/words/JsonObjects.h"
+#include "host/words/JsonObjectsReader.h"
 #include "host/words/WordsJson.h"
-#include "host/words/WordsReader.h"
 
 namespace Varnelle {
 
-class VoskWords final : public WordsReader {
+class VoskWords final : public JsonObjectsReader {
 public:
     explicit VoskWords(WordsArrival arrival) : arrival_(arrival) {}
 
-protected:
-    void read(std::string_view line) override;
-    void end() override;
-
 private:
-    void take(const std::vector<JsonObjects::Found>& found);
-    void takeObject(const WordsJson::Json& object);
+    void takeObject(const WordsJson::Json& object) override;
     void takePartial(const WordsJson::Json& object);
     void takeFinal(const WordsJson::Json& object);
     std::vector<HeardWord> untimed(const WordsJson::Json& text, const char* key) const;
     void change(std::vector<HeardWord> words, bool final);
 
     WordsArrival arrival_;
-    JsonObjects objects_{JsonObjects::Where::outermost};
     std::vector<HeardWord> unsettled_;  // of the utterance that goes on
     double lastEnd_ = 0;                // of all words so far
 };
