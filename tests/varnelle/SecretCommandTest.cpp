@@ -158,10 +158,11 @@ TEST_F(SecretCommand, EndsWithinSecondsWhoeverDoesNotAnswer) {
     EXPECT_EQ(getSecret().out, "before\n");
 }
 
-// `varnelle secret set` on a terminal of its own, whose settings are shown before and after.
+// `varnelle secret set` on a terminal of its own, whose settings are shown before and after. The
+// shell outlives the interrupt that its terminal sends to both, whichever shell SHELL names.
 std::vector<std::string> onTerminal() {
     return {"script", "-qec",
-            "stty -a; " VARNELLE_PROGRAM " secret set " + service + "; echo status $?; stty -a",
+            "trap : INT; stty -a; " VARNELLE_PROGRAM " secret set " + service + "; echo status $?; stty -a",
             "/dev/null"};
 }
 
