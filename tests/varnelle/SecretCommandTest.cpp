@@ -162,7 +162,8 @@ TEST_F(SecretCommand, EndsWithinSecondsWhoeverDoesNotAnswer) {
 // shell outlives the interrupt that its terminal sends to both, whichever shell SHELL names.
 std::vector<std::string> onTerminal() {
     return {"script", "-qec",
-            "trap : INT; stty -a; " VARNELLE_PROGRAM " secret set " + service + "; echo status $?; stty -a",
+            "trap : INT; stty -a; " VARNELLE_PROGRAM " secret set " + service +
+                "; echo status $?; stty -a",
             "/dev/null"};
 }
 
