@@ -9,14 +9,15 @@
 #include <system_error>
 #include <utility>
 
+#include <fmt/format.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "PrompterCore/library/LibraryNaming.h"
 #include "PrompterCore/library/LibraryOrder.h"
-#include "PrompterCore/library/LibraryTree.h"
 #include "PrompterCore/text/Folding.h"
 #include "host/Failures.h"
+#include "host/HeldSignals.h"
 #include "host/InputFile.h"
 #include "host/NewFile.h"
 
@@ -46,7 +47,7 @@ public:
     std::vector<ScriptItem> itemsIn(const path& folder, const std::string& id) {
         std::error_code error;
         std::filesystem::directory_iterator entry(folder, error);
-        if (error && id.empty()) throw NoInput(shownName(folder.string()) + ": " + error.message());
+        if (error && id.empty()) throw NoInput(folder.string() + ": " + error.message());
         if (error) {
             passOver(folder, error.message());
             return {};
@@ -109,7 +110,7 @@ private:
     }
 
     std::nullopt_t passOver(const path& file, const std::string& why) {
-        result_.complaints.push_back(shownName(file.string()) + ": " + why + "; passed over");
+        result_.complaints.push_back(file.string() + ": " + why + "; passed over");
         return std::nullopt;
     }
 
@@ -118,18 +119,38 @@ private:
     std::set<std::pair<dev_t, ino_t>> linked_;  // the folders that links led to
 };
 
-const std::vector<ScriptItem>& siblingsIn(const ScriptItem* parent, const ScriptFolder& folder) {
-    static const std::vector<ScriptItem> none;
-    if (parent == nullptr) return folder.items;
-    return parent->children ? *parent->children : none;
-}
-
 std::vector<Text> names(const std::vector<ScriptItem>& items, const Text* except = nullptr) {
     std::vector<Text> result;
     for (const ScriptItem& item : items) {
         if (except == nullptr || item.id.utf8() != except->utf8()) result.push_back(item.name);
     }
     return result;
+}
+
+// As a user writes a path: a shell puts a slash behind a folder's name.
+Text withoutEmptyPieces(const Text& written) {
+    const path tidy = path(written.utf8()).lexically_normal();
+    std::string id = tidy.string();
+    while (id.ends_with('/'))
+        id.pop_back();
+    return Text(std::move(id));
+}
+
+// An item's id as the list shows it.
+Text withoutEnding(const ScriptItem& item) {
+    if (item.isFolder()) return item.id;
+    std::string id = item.id.utf8();
+    id.resize(id.size() - endingOf(id).size());
+    return Text(std::move(id));
+}
+
+template <class Matches>
+void collect(const std::vector<ScriptItem>& items, Matches matches,
+             std::vector<const ScriptItem*>& found) {
+    for (const ScriptItem& item : items) {
+        if (matches(item)) found.push_back(&item);
+        if (item.children) collect(*item.children, matches, found);
+    }
 }
 
 // A name that may be a file's: a slash that carries a mark is another character, and still a slash
@@ -153,14 +174,80 @@ std::optional<ScriptItem> folderOf(const ScriptFolder& folder, const std::option
 path freePlace(const path& root, const ScriptFolder& folder, const std::optional<Text>& parent,
                const Text& name) {
     const std::optional<ScriptItem> item = folderOf(folder, parent);
-    const Text free =
-        LibraryNaming::unique(name, names(siblingsIn(item ? &*item : nullptr, folder)));
+    const Text free = LibraryNaming::unique(name, names(item ? *item->children : folder.items));
     return (item ? placeOf(root, *item) : root) / safe(free);
 }
 
 std::vector<ScriptItem> siblingsOf(const ScriptFolder& folder, const ScriptItem& item) {
-    const std::optional<Text> parent = LibraryTree::parentIDOf(item.id);
-    return parent ? LibraryTree::find(*parent, folder.items)->children.value() : folder.items;
+    const std::string parent = path(item.id.utf8()).parent_path().string();
+    return parent.empty() ? folder.items : itemOf(folder, Text(parent)).children.value();
+}
+
+// A name as it was given, and the script's ending where it has one.
+std::pair<Text, std::string> parted(const Text& name) {
+    std::string ending = endingOf(name.utf8());
+    const std::string& whole = name.utf8();
+    return {Text(whole.substr(0, whole.size() - ending.size())), std::move(ending)};
+}
+
+void failOn(const std::error_code& error, const path& original) {
+    if (error) throw CannotWrite(original.string() + ": " + error.message());
+}
+
+std::error_code lastError() { return {errno, std::generic_category()}; }
+
+// All of a folder, links as links. Ends early when somebody interrupts.
+void copyFolder(const path& from, const path& to, const HeldSignals& signals) {
+    if (mkdir(to.c_str(), 0700) != 0) failOn(lastError(), from);
+    std::error_code error;
+    std::filesystem::directory_iterator entry(from, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        if (signals.arePending()) throw CannotWrite(from.string() + ": the copy was interrupted");
+        const path& original = entry->path();
+        const path copy = to / original.filename();
+        std::error_code failure;
+        switch (entry->symlink_status(failure).type()) {
+            case std::filesystem::file_type::directory: copyFolder(original, copy, signals); break;
+            case std::filesystem::file_type::symlink:
+                std::filesystem::copy_symlink(original, copy, failure);
+                break;
+            case std::filesystem::file_type::regular:
+                std::filesystem::copy_file(original, copy, failure);
+                break;
+            default: throw CannotWrite(original.string() + ": only files and folders are copied");
+        }
+        failOn(failure, original);
+    }
+    failOn(error, from);
+    // Last, since nothing can be put into a folder that may not be written.
+    const std::filesystem::perms permissions = std::filesystem::status(from, error).permissions();
+    failOn(error, from);
+    std::filesystem::permissions(to, permissions, error);
+    failOn(error, from);
+}
+
+void copyScript(const path& from, const path& to) {
+    const InputFile original(from.string());
+    const File copy = createFile(to);
+    struct stat status {};
+    // First, since what is private may never be open to others.
+    if (fstat(original.descriptor(), &status) != 0 ||
+        fchmod(copy.descriptor(), status.st_mode & 0777) != 0)
+        failOn(lastError(), from);
+    copy.write(original.rest());
+    copy.sync();
+}
+
+// Hidden, and not taken: a copy that was killed may have left one.
+path unusedPlace(const path& folder) {
+    std::error_code error;
+    for (int number = 0;; ++number) {
+        path place =
+            folder / (".varnelle-copy-" + std::to_string(getpid()) + "-" + std::to_string(number));
+        if (std::filesystem::symlink_status(place, error).type() ==
+            std::filesystem::file_type::not_found)
+            return place;
+    }
 }
 
 // A file that goes away unless it is given its name.
@@ -188,25 +275,35 @@ ScriptFolder ScriptFolder::read(const path& folder) {
     Reader reader(result);
     struct stat status {};
     if (stat(folder.c_str(), &status) != 0)
-        throw NoInput(shownName(folder.string()) + ": " + std::strerror(errno));
+        throw NoInput(folder.string() + ": " + std::strerror(errno));
     const Reader::Inside inside(reader, status);
     result.items = reader.itemsIn(folder, "");
     return result;
 }
 
 ScriptItem itemOf(const ScriptFolder& folder, const Text& id) {
-    std::optional<ScriptItem> item = LibraryTree::find(id, folder.items);
-    for (const std::string_view ending : endings) {
-        if (!item) item = LibraryTree::find(Text(id.utf8() + std::string(ending)), folder.items);
-    }
-    if (!item) throw NoInput(id.utf8() + ": no script and no folder in the library");
-    return *std::move(item);
+    const Text wanted = withoutEmptyPieces(id);
+    std::vector<const ScriptItem*> found;
+    const auto orElse = [&](auto matches) {
+        if (found.empty()) collect(folder.items, matches, found);
+    };
+    // A disk may hold names side by side that are one text: what was written to the byte wins.
+    orElse([&](const ScriptItem& item) { return item.id.utf8() == wanted.utf8(); });
+    orElse([&](const ScriptItem& item) { return withoutEnding(item).utf8() == wanted.utf8(); });
+    orElse(
+        [&](const ScriptItem& item) { return item.id == wanted || withoutEnding(item) == wanted; });
+    if (found.empty()) throw NoInput(id.utf8() + ": no script and no folder in the library");
+    if (found.size() > 1)
+        throw NoInput(fmt::format("{}: this is {} or {}; say which", id.utf8(), found[0]->id.utf8(),
+                                  found[1]->id.utf8()));
+    return *found.front();
 }
 
 path newScript(const path& root, const ScriptFolder& folder, const std::optional<Text>& parent,
                const Text& name) {
-    path place = freePlace(root, folder, parent, name);
-    place += endings.front();
+    const auto [stem, ending] = parted(name);
+    path place = freePlace(root, folder, parent, stem);
+    place += ending.empty() ? endings.front() : std::string_view(ending);
     const File file = createFile(place);
     file.sync();
     syncFolder(place.parent_path());
@@ -227,19 +324,12 @@ path duplicate(const path& root, const ScriptFolder& folder, const ScriptItem& i
     const std::string name =
         safe(LibraryNaming::copyNameOf(item.name, names(siblingsOf(folder, item))));
     const path beside = original.parent_path();
-    Unfinished copy(beside / (".varnelle-copy-" + std::to_string(getpid())));
+    const HeldSignals signals;  // so that what is unfinished goes away first
+    Unfinished copy(unusedPlace(beside));
     if (item.isFolder()) {
-        std::error_code error;
-        std::filesystem::copy(
-            original, copy.place(),
-            std::filesystem::copy_options::recursive | std::filesystem::copy_options::copy_symlinks,
-            error);
-        if (error) throw CannotWrite(copy.place().string() + ": " + error.message());
+        copyFolder(original, copy.place(), signals);
     } else {
-        const std::string bytes = InputFile(original.string()).rest();
-        const File file = createFile(copy.place());
-        file.write(bytes);
-        file.sync();
+        copyScript(original, copy.place());
     }
     path place = giveName(copy.place(), NewFileName(beside, name),
                           item.isFolder() ? "" : endingOf(original));
@@ -250,8 +340,9 @@ path duplicate(const path& root, const ScriptFolder& folder, const ScriptItem& i
 path rename(const path& root, const ScriptFolder& folder, const ScriptItem& item,
             const Text& name) {
     const path before = placeOf(root, item);
-    const Text free = LibraryNaming::unique(name, names(siblingsOf(folder, item), &item.id));
-    const std::string ending = item.isFolder() ? "" : endingOf(before);
+    auto [stem, ending] = item.isFolder() ? std::pair(name, std::string()) : parted(name);
+    if (!item.isFolder() && ending.empty()) ending = endingOf(before);
+    const Text free = LibraryNaming::unique(stem, names(siblingsOf(folder, item), &item.id));
     const NewFileName after(before.parent_path(), safe(free));
     if (after.withEnding(ending) == before) return before;
     return giveName(before, after, ending);

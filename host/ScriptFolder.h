@@ -29,13 +29,15 @@ struct ScriptFolder {
     [[nodiscard]] static ScriptFolder read(const std::filesystem::path& folder);
 };
 
-/// The item with this id, or with this id and a script's ending. Throws NoInput when there is none.
+/// The item with this id, or a script's without its ending, as the list shows it; slashes at the
+/// end do not count. Throws NoInput when there is none, and when two scripts differ in their ending
+/// only.
 [[nodiscard]] PrompterCore::ScriptItem itemOf(const ScriptFolder& folder,
                                               const PrompterCore::Text& id);
 
 /// Makes an empty script in the folder item `parent` (at the top when absent) and returns where.
-/// The name is made safe and different from its siblings'. Throws CannotWrite, and nothing was
-/// written over.
+/// The name is made safe and different from its siblings'; a script's ending behind it is the
+/// file's, which is .txt otherwise. Throws CannotWrite, and nothing was written over.
 std::filesystem::path newScript(const std::filesystem::path& root, const ScriptFolder& folder,
                                 const std::optional<PrompterCore::Text>& parent,
                                 const PrompterCore::Text& name);
@@ -43,10 +45,13 @@ std::filesystem::path newScript(const std::filesystem::path& root, const ScriptF
 std::filesystem::path newFolder(const std::filesystem::path& root, const ScriptFolder& folder,
                                 const std::optional<PrompterCore::Text>& parent,
                                 const PrompterCore::Text& name);
-/// Copies an item, a folder with all in it, beside itself and returns where the copy is.
+/// Copies an item, a folder with all in it, beside itself with the same permissions and returns
+/// where the copy is. An item that is a link is copied as what it leads to. Throws CannotWrite when
+/// that fails, and nothing is left of it, also where an interrupt ended the program.
 std::filesystem::path duplicate(const std::filesystem::path& root, const ScriptFolder& folder,
                                 const PrompterCore::ScriptItem& item);
-/// Gives an item another name, which keeps its ending, and returns where it is now.
+/// Gives an item another name and returns where it is now. A script keeps its ending unless the
+/// name has one.
 std::filesystem::path rename(const std::filesystem::path& root, const ScriptFolder& folder,
                              const PrompterCore::ScriptItem& item, const PrompterCore::Text& name);
 

@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "host/Failures.h"
+#include "host/HeldSignals.h"
 #include "host/NewFile.h"
 
 namespace Varnelle {
@@ -92,6 +93,7 @@ void takeOver(int descriptor, const struct stat& status, const path& name) {
 }  // namespace
 
 void writeFile(const path& name, std::string_view bytes) {
+    const HeldSignals signals;  // so that nothing is left beside the file
     const path target = withoutLinks(name);
     const std::optional<struct stat> old = replaceable(target, name);
     Replacement replacement(target, name, old ? 0600 : 0666);
