@@ -36,7 +36,7 @@ std::string contrastText(double contrast) {
 }
 
 void checkColours(const PrompterCore::RGBA& text, const PrompterCore::RGBA& background, bool json,
-                  bool colour) {
+                  TerminalColours colours) {
     const double contrast = text.contrastWith(background);
     const auto normal = levelOfNormalText(contrast);
     const auto large = levelOfLargeText(contrast);
@@ -56,9 +56,9 @@ void checkColours(const PrompterCore::RGBA& text, const PrompterCore::RGBA& back
         output.line(fmt::format("normal text  {}", normal.value_or("too weak for AA")));
         output.line(fmt::format("large text   {}", large.value_or("too weak for AA")));
         output.line(fmt::format("eye line     {}", eyeLine.hex()));
-        if (colour && isTerminal())
-            output.line(coloured("  The words that you read aloud  ", text, background) +
-                        coloured(" \u25B6 ", eyeLine, background));
+        if (colours != TerminalColours::none && isTerminal())
+            output.line(coloured("  The words that you read aloud  ", text, background, colours) +
+                        coloured(" \u25B6 ", eyeLine, background, colours));
     }
     output.flush();
 }

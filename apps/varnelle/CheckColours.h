@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "PrompterCore/colour/RGBA.h"
+#include "apps/varnelle/TerminalColours.h"
 
 namespace Varnelle {
 
@@ -19,8 +20,8 @@ namespace Varnelle {
 [[nodiscard]] std::string contrastText(double contrast);
 
 /// Prints the contrast, its two levels and the colour that a marker in `text` would take beside the
-/// eye line; with `json` as a record. On a terminal with `colour` a sample of it.
+/// eye line; with `json` as a record. On a terminal that knows `colours` a sample of it.
 void checkColours(const PrompterCore::RGBA& text, const PrompterCore::RGBA& background, bool json,
-                  bool colour);
+                  TerminalColours colours);
 
 }  // namespace Varnelle

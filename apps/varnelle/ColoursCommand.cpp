@@ -81,9 +81,9 @@ void addPresetVerbs(CLI::App& command, const std::shared_ptr<ColourArguments>& a
 
 }  // namespace
 
-void addColours(CLI::App& app, bool showsColour, ExitStatus& exit) {
+void addColours(CLI::App& app, ExitStatus& exit) {
     const auto arguments = std::make_shared<ColourArguments>();
-    arguments->presets.colour = showsColour;
+    arguments->presets.colours = terminalColours();
     CLI::App& command = *app.add_subcommand("colours",
                                             "Examples:\n"
                                             "  varnelle colours check FFFFFF 336699\n"
@@ -104,7 +104,7 @@ void addColours(CLI::App& app, bool showsColour, ExitStatus& exit) {
     check.add_flag("--json", arguments->json, "as JSON");
     check.callback([arguments] {
         checkColours(colourOf(arguments->text), colourOf(arguments->other), arguments->json,
-                     arguments->presets.colour);
+                     arguments->presets.colours);
     });
 
     CLI::App& presets = *command.add_subcommand(

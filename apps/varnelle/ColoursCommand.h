@@ -8,8 +8,8 @@
 
 namespace Varnelle {
 
-/// Adds `colours` with its sub-commands to `app`. On a terminal they show colours if `showsColour`.
-/// `exit` outlives the parsing, which runs what is asked for and sets it.
-void addColours(CLI::App& app, bool showsColour, ExitStatus& exit);
+/// Adds `colours` with its sub-commands to `app`. `exit` outlives the parsing, which runs what is
+/// asked for and sets it.
+void addColours(CLI::App& app, ExitStatus& exit);
 
 }  // namespace Varnelle

@@ -17,6 +17,7 @@
 #include "apps/varnelle/Output.h"
 #include "apps/varnelle/Swatch.h"
 #include "host/Failures.h"
+#include "host/FolderLock.h"
 #include "host/FreshUUID.h"
 #include "host/TextFile.h"
 #include "host/WriteFile.h"
@@ -65,7 +66,8 @@ ExitStatus refusedName() { return refused("a name is UTF-8 text that is not only
 
 std::string swatch(const RGBA& colour, const PresetFile& file) {
     const std::string hex = visible(colour).hex();
-    return file.colour && isTerminal() ? coloured("  ", colour, colour) + " " + hex : hex;
+    if (file.colours == TerminalColours::none || !isTerminal()) return hex;
+    return coloured("  ", colour, colour, file.colours) + " " + hex;
 }
 
 // Number, name and colours; names take `columns`.
@@ -129,6 +131,7 @@ ExitStatus addPreset(const PresetFile& file, const std::string& name, const RGBA
                      const RGBA& highlight, const std::optional<RGBA>& marker) {
     const std::optional<Text> wanted = Text::fromUtf8(name);
     if (!wanted) return refusedName();
+    const FolderLock lock(file.name);
     const Presets before = isThere(file) ? read(file) : Presets();
     const Presets presets =
         ColourPresetLibrary::adding(*wanted, text, highlight, marker, before, freshUUID());
@@ -141,6 +144,7 @@ ExitStatus addPreset(const PresetFile& file, const std::string& name, const RGBA
 ExitStatus renamePreset(const PresetFile& file, std::int64_t preset, const std::string& name) {
     const std::optional<Text> wanted = Text::fromUtf8(name);
     if (!wanted || PrompterCore::trimmedOfWhiteSpace(wanted->utf8()).empty()) return refusedName();
+    const FolderLock lock(file.name);
     const Presets before = read(file);
     const auto index = indexOf(preset, file, before);
     if (!index) return ExitStatus::usage;
@@ -151,6 +155,7 @@ ExitStatus renamePreset(const PresetFile& file, std::int64_t preset, const std::
 }
 
 ExitStatus removePreset(const PresetFile& file, std::int64_t preset) {
+    const FolderLock lock(file.name);
     const Presets before = read(file);
     const auto index = indexOf(preset, file, before);
     if (!index) return ExitStatus::usage;

@@ -13,14 +13,16 @@
 
 #include "PrompterCore/colour/RGBA.h"
 #include "apps/varnelle/ExitStatus.h"
+#include "apps/varnelle/TerminalColours.h"
 
 namespace Varnelle {
 
 /// A file of presets and how they are shown.
 struct PresetFile {
     std::string name;
-    bool json = false;    ///< as they are stored
-    bool colour = false;  ///< with swatches, where they are shown on a terminal
+    bool json = false;  ///< as they are stored
+    /// Of the swatches, where they are shown on a terminal.
+    TerminalColours colours = TerminalColours::none;
 };
 
 void listPresets(const PresetFile& file);

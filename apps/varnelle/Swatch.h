@@ -1,33 +1,29 @@
 #pragma once
 
-// Colours shown in a terminal, whatever its own palette.
+// Colours shown in a terminal.
+//
+//   coloured("  ", orange, orange, TerminalColours::all);       // two blanks on #FF8000
+//   coloured("  ", orange, orange, TerminalColours::palette);   // on the nearest of 256 colours
+//   coloured("  ", orange, orange, TerminalColours::none);      // two blanks
 
-#include <cmath>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
-#include <fmt/format.h>
-
 #include "PrompterCore/colour/RGBA.h"
+#include "apps/varnelle/TerminalColours.h"
 
 namespace Varnelle {
 
 /// `colour` with every component in 0 ... 1, as a screen would show a stored one that has others.
-[[nodiscard]] inline PrompterCore::RGBA visible(const PrompterCore::RGBA& colour) {
-    return {colour.red(), colour.green(), colour.blue(), colour.alpha()};
-}
+[[nodiscard]] PrompterCore::RGBA visible(const PrompterCore::RGBA& colour);
 
-/// `text` in one colour on another, for a terminal that knows 24-bit colours. Opacity does not
-/// show.
-[[nodiscard]] inline std::string coloured(std::string_view text, const PrompterCore::RGBA& colour,
-                                          const PrompterCore::RGBA& background) {
-    const auto code = [](int layer, const PrompterCore::RGBA& shown) {
-        const auto byte = [](double component) { return std::lround(component * 255); };
-        const PrompterCore::RGBA in = visible(shown);
-        return fmt::format("{};2;{};{};{}", layer, byte(in.red()), byte(in.green()),
-                           byte(in.blue()));
-    };
-    return fmt::format("\x1B[{};{}m{}\x1B[0m", code(38, colour), code(48, background), text);
-}
+/// The nearest colour of xterm's palette, 16 to 255: those below are the user's own. Opacity does
+/// not count.
+[[nodiscard]] std::int64_t paletteIndex(const PrompterCore::RGBA& colour);
+
+/// `text` in one colour on another, as far as the terminal knows them. Opacity does not show.
+[[nodiscard]] std::string coloured(std::string_view text, const PrompterCore::RGBA& colour,
+                                   const PrompterCore::RGBA& background, TerminalColours known);
 
 }  // namespace Varnelle

@@ -92,7 +92,7 @@ int run(int argc, char** argv) {
     addDevices(app);
     addDiffCommand(app, exit);
     addLibraryCommand(app, exit);
-    addColours(app, wantsColour(), exit);
+    addColours(app, exit);
     addCameraCommand(app);
     addSecret(app, exit);
     addDoctor(app, exit);

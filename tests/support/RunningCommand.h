@@ -13,6 +13,7 @@
 //
 // Units: seconds, kilobytes.
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -48,7 +49,7 @@ struct CommandResult {
 
 struct CommandSettings {
     std::string input = {};                      ///< standard input, up to its end
-    std::vector<std::string> environment = {};   ///< "NAME=value", beside the usual one
+    std::vector<std::string> environment = {};   ///< "NAME=value", instead of or beside the usual
     std::optional<std::string> outputFile = {};  ///< standard output instead of `out`
     std::vector<int> closed = {};                ///< standard streams that it does not have
 };
@@ -83,7 +84,7 @@ public:
         posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
 
         std::vector<char*> words = pointers(arguments);
-        std::vector<std::string> environment = usualEnvironment();
+        std::vector<std::string> environment = usualEnvironment(settings.environment);
         environment.insert(environment.end(), settings.environment.begin(),
                            settings.environment.end());
         std::vector<char*> variables = pointers(environment);
@@ -195,11 +196,16 @@ private:
     static void closeStream(Stream& stream) {
         if (stream.descriptor >= 0) close(std::exchange(stream.descriptor, -1));
     }
-    static std::vector<std::string> usualEnvironment() {
+    // Without what is set instead, and what a user may have set for `varnelle`.
+    static std::vector<std::string> usualEnvironment(const std::vector<std::string>& instead) {
         std::vector<std::string> variables;
         for (char** variable = environ; *variable != nullptr; ++variable) {
             const std::string_view text = *variable;
-            if (!text.starts_with("NO_COLOR=") && !text.starts_with("VARNELLE_"))
+            const std::string_view name = text.substr(0, text.find('=') + 1);
+            const bool isReplaced = std::ranges::any_of(
+                instead, [&](const std::string& other) { return other.starts_with(name); });
+            if (!isReplaced && name != "NO_COLOR=" && name != "COLORTERM=" &&
+                !name.starts_with("VARNELLE_"))
                 variables.emplace_back(text);
         }
         return variables;

@@ -1,7 +1,9 @@
 // `varnelle colours`, run from outside.
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +13,7 @@
 
 #include "PrompterCore/colour/ColourPreset.h"
 #include "apps/varnelle/CheckColours.h"
+#include "apps/varnelle/Swatch.h"
 #include "host/TextFile.h"
 #include "tests/host/TemporaryFile.h"
 #include "tests/host/TemporaryFolder.h"
@@ -241,6 +244,20 @@ TEST(ColoursCommand, WhatMakesNoSenseChangesNothing) {
     EXPECT_EQ(readFile(file.name()), twoPresets);
 }
 
+TEST(ColoursCommand, ProcessesThatAddAtOnceLoseNothing) {
+    const TemporaryFolder folder;
+    const std::string file = folder.path() / "mine.json";
+    std::vector<std::unique_ptr<RunningCommand>> writers;
+    for (int writer = 0; writer < 8; ++writer) {
+        writers.push_back(std::make_unique<RunningCommand>(
+            varnelle({"colours", "presets", file, "add", "x", "000000", "FFFFFF"})));
+    }
+    for (const auto& writer : writers)
+        EXPECT_EQ(writer->finish().status, 0);
+    EXPECT_EQ(Json::parse(presets(file, {"--json"}).out).size(), 8U);
+    EXPECT_EQ(folder.names(), Arguments{"mine.json"});
+}
+
 TEST(ColoursCommand, WhatCannotBeWrittenIsSaidAndTheFileIsKept) {
     const TemporaryFolder folder;
     const std::string file = folder.path() / "mine.json";
@@ -258,10 +275,10 @@ TEST(ColoursCommand, WhatCannotBeWrittenIsSaidAndTheFileIsKept) {
 }
 
 // `script` is a terminal: what the command writes goes through it unchanged but for CR LF.
-std::string onTerminal(const std::string& arguments, const std::string& noColour) {
+std::string onTerminal(const std::string& arguments, const Arguments& environment) {
     CommandResult result =
         runCommand({"script", "-qec", VARNELLE_PROGRAM " " + arguments, "/dev/null"},
-                   {.environment = {"NO_COLOR=" + noColour, "TERM=xterm-256color"}});
+                   {.environment = environment});
     EXPECT_EQ(result.status, 0) << result.error;
     std::erase(result.out, '\r');
     return result.out;
@@ -270,26 +287,80 @@ std::string onTerminal(const std::string& arguments, const std::string& noColour
 TEST(ColoursCommand, ATerminalShowsTheColoursUnlessTheyAreRefused) {
     const TemporaryFile file(twoPresets);
     const std::string list = "colours presets " + file.name();
-    EXPECT_EQ(onTerminal(list, ""),
+    const Arguments all{"TERM=xterm-256color", "COLORTERM=truecolor", "NO_COLOR="};
+    const Arguments refused{"TERM=xterm-256color", "COLORTERM=truecolor", "NO_COLOR=1"};
+    EXPECT_EQ(onTerminal(list, all),
               "  1  Studio  \x1B[38;2;255;255;255;48;2;255;255;255m  \x1B[0m #FFFFFFFF"
               "  \x1B[38;2;255;128;0;48;2;255;128;0m  \x1B[0m #FF8000FF\n"
               "  2  日本 2  \x1B[38;2;0;0;0;48;2;0;0;0m  \x1B[0m #000000FF"
               "  \x1B[38;2;255;255;255;48;2;255;255;255m  \x1B[0m #FFFFFFFF"
               "  marker \x1B[38;2;0;0;0;48;2;0;0;0m  \x1B[0m #00000040\n");
-    EXPECT_EQ(onTerminal(list, "1"), presets(file.name(), {}).out);
-    EXPECT_EQ(onTerminal(list + " --json", ""), twoPresets);
-    const std::string check = onTerminal("colours check FF8000 000000", "");
+    EXPECT_EQ(onTerminal(list, refused), presets(file.name(), {}).out);
+    EXPECT_EQ(onTerminal(list + " --json", all), twoPresets);
+    const std::string check = onTerminal("colours check FF8000 000000", all);
     EXPECT_NE(check.find("\x1B[38;2;255;128;0;48;2;0;0;0m  The words that you read aloud  \x1B[0m"),
               std::string::npos)
         << check;
-    EXPECT_EQ(onTerminal("colours check FF8000 000000", "1").find('\x1B'), std::string::npos);
+    EXPECT_EQ(onTerminal("colours check FF8000 000000", refused).find('\x1B'), std::string::npos);
+}
+
+TEST(ColoursCommand, ATerminalIsSentNoMoreColoursThanItKnows) {
+    const TemporaryFolder folder;
+    const std::string name = folder.path() / "mine.json";
+    expectText(presets(name, {"add", "Studio", "FFFFFF", "FF8000"}),
+               "  1  Studio  #FFFFFFFF  #FF8000FF\n");
+    const std::string list = "colours presets " + name;
+    const std::string all =
+        "  1  Studio  \x1B[38;2;255;255;255;48;2;255;255;255m  \x1B[0m #FFFFFFFF"
+        "  \x1B[38;2;255;128;0;48;2;255;128;0m  \x1B[0m #FF8000FF\n";
+    const std::string palette =
+        "  1  Studio  \x1B[38;5;231;48;5;231m  \x1B[0m #FFFFFFFF"
+        "  \x1B[38;5;208;48;5;208m  \x1B[0m #FF8000FF\n";
+    const std::string none = "  1  Studio  #FFFFFFFF  #FF8000FF\n";
+    struct Case {
+        Arguments environment;
+        std::string shown;
+    };
+    const Case cases[] = {
+        {{"TERM=xterm-256color"}, palette},
+        {{"TERM=linux", "COLORTERM="}, palette},
+        {{"TERM=xterm-256color", "COLORTERM=yes"}, palette},
+        {{"TERM=xterm", "COLORTERM=24bit"}, all},
+        {{"TERM=xterm-direct"}, all},
+        {{"TERM=dumb", "COLORTERM=truecolor"}, none},
+        {{"TERM=", "COLORTERM=truecolor"}, none},
+    };
+    for (const auto& [environment, shown] : cases) {
+        SCOPED_TRACE(::testing::PrintToString(environment));
+        EXPECT_EQ(onTerminal(list, environment), shown);
+    }
+    EXPECT_NE(onTerminal("colours check FF8000 000000", {"TERM=xterm"})
+                  .find("\x1B[38;5;208;48;5;16m  The words that you read aloud  \x1B[0m"),
+              std::string::npos);
+}
+
+TEST(Swatch, ThePaletteIsAskedForTheNearestColour) {
+    struct Case {
+        const char* hex;
+        std::int64_t index;
+    };
+    const Case cases[] = {
+        {"000000", 16},  {"FFFFFF", 231}, {"FF0000", 196}, {"0000FF", 21},  {"5F87AF", 67},
+        {"808080", 244}, {"080808", 232}, {"EEEEEE", 255}, {"FF8000", 208}, {"2F0000", 233},
+        {"5F0000", 52},  {"767676", 243}, {"7F7F7F", 244}, {"FAFAFA", 231},
+    };
+    for (const auto& [hex, index] : cases)
+        EXPECT_EQ(paletteIndex(*PrompterCore::RGBA::fromHex(hex)), index) << hex;
+    EXPECT_EQ(paletteIndex(PrompterCore::RGBA::unclamped(-1e300, 2, 0.5, 1)), 48)
+        << "as a screen would show it";
 }
 
 TEST(ColoursCommand, ANameSteersNoTerminal) {
     std::string steering(twoPresets);
     steering.replace(steering.find("Studio"), 6, "a\\u001b[2Jb");
     const TemporaryFile file(steering);
-    EXPECT_EQ(onTerminal("colours presets " + file.name(), "1").find('\x1B'), std::string::npos);
+    EXPECT_EQ(onTerminal("colours presets " + file.name(), {"NO_COLOR=1"}).find('\x1B'),
+              std::string::npos);
 }
 
 }  // namespace
