@@ -1,6 +1,5 @@
 #include "apps/varnelle/Chapters.h"
 
-#include <algorithm>
 #include <initializer_list>
 #include <string_view>
 #include <utility>
@@ -62,18 +61,9 @@ std::optional<Text> asTitle(const std::string& title) {
 
 constexpr const char* noTitle = "a title is one line of UTF-8 text that is not empty";
 
-// On a terminal nothing in the text may steer it; a file gets the bytes as they are.
 void print(std::string_view text) {
     Output output;
-    if (!isTerminal()) {
-        output.write(text);
-    } else {
-        for (std::size_t at = 0; at < text.size();) {
-            const std::size_t end = std::min(text.find('\n', at), text.size());
-            output.line(shown(text.substr(at, end - at)));
-            at = end + 1;
-        }
-    }
+    output.text(text);
     output.flush();
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string_view>
 #include <system_error>
 
 #include <fmt/format.h>
@@ -14,6 +15,7 @@
 
 #include "PrompterCore/platform/Keychain.h"
 #include "PrompterCore/platform/ModelInstallation.h"
+#include "PrompterCore/text/Text.h"
 #include "apps/varnelle/CommandLine.h"
 #include "apps/varnelle/Demo.h"
 #include "apps/varnelle/Json.h"
@@ -57,13 +59,16 @@ std::string megabytes(std::int64_t bytes) {
     return fmt::format("{:.1f} MB", static_cast<double>(bytes) / 1e6);
 }
 
+// A folder's name need not be UTF-8; JSON must.
+std::string wellFormed(std::string_view bytes) { return PrompterCore::Text(bytes).utf8(); }
+
 // What `look` finds; what is missing says so in its own sentence.
 template <class Look>
 Finding finding(const char* name, Look look) {
     try {
-        return {.name = name, .isThere = true, .text = look()};
+        return {.name = name, .isThere = true, .text = wellFormed(look())};
     } catch (const std::runtime_error& missing) {
-        return {.name = name, .isThere = false, .text = missing.what()};
+        return {.name = name, .isThere = false, .text = wellFormed(missing.what())};
     }
 }
 

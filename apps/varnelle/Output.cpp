@@ -1,12 +1,15 @@
 #include "apps/varnelle/Output.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <string>
 
 #include <unistd.h>
 
+#include "PrompterCore/text/Text.h"
 #include "apps/varnelle/TerminalText.h"
 #include "host/Failures.h"
 
@@ -17,6 +20,11 @@ namespace {
 [[noreturn]] void failed() {
     if (errno == EPIPE) throw OutputClosed();
     throw CannotWrite(std::string("the output cannot be written: ") + std::strerror(errno));
+}
+
+std::string shownOn(int stream, std::string_view bytes) {
+    return isatty(stream) != 0 ? terminalText(PrompterCore::Text(bytes).utf8())
+                               : std::string(bytes);
 }
 
 }  // namespace
@@ -30,18 +38,26 @@ void Output::line(std::string_view bytes) {
     write("\n");
 }
 
+void Output::text(std::string_view bytes) {
+    if (!isTerminal()) return write(bytes);
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t end = std::min(bytes.find('\n', at), bytes.size());
+        line(shown(bytes.substr(at, end - at)));
+        at = end + 1;
+    }
+}
+
 void Output::flush() {
     if (std::fflush(stdout) != 0) failed();
 }
 
 void complain(std::string_view why) noexcept {
-    std::fprintf(stderr, "varnelle: %.*s\n", static_cast<int>(why.size()), why.data());
+    const std::string line = shownOn(STDERR_FILENO, why);
+    std::fprintf(stderr, "varnelle: %s\n", line.c_str());
 }
 
 bool isTerminal() { return isatty(STDOUT_FILENO) != 0; }
 
-std::string shown(std::string_view wellFormed) {
-    return isTerminal() ? terminalText(wellFormed) : std::string(wellFormed);
-}
+std::string shown(std::string_view bytes) { return shownOn(STDOUT_FILENO, bytes); }
 
 }  // namespace Varnelle

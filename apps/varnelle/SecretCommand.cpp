@@ -1,5 +1,6 @@
 #include "apps/varnelle/SecretCommand.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -28,11 +29,19 @@ Text utf8(std::string bytes, const char* what) {
     return *std::move(text);
 }
 
+// Linux keeps no more of a line that is being edited, and drops the rest without a word.
+constexpr std::size_t longestTypedLine = 4095;  // bytes
+
 // Absent when the question was interrupted.
 std::optional<Text> valueFor(const Text& service) {
     if (isatty(STDIN_FILENO) == 0) return readText("-");
     auto typed = hiddenLine("Value for " + terminalText(service.utf8()) + ": ");
     if (!typed) return std::nullopt;
+    if (typed->size() >= longestTypedLine)
+        throw BadData(
+            fmt::format("a terminal cuts a line after {} bytes; send a longer value "
+                        "through a pipe or from a file",
+                        longestTypedLine));
     return utf8(*std::move(typed), "the value");
 }
 
@@ -50,7 +59,7 @@ ExitStatus get(const Keychain& keychain) {
         return ExitStatus::nothingFound;
     }
     Output output;
-    output.line(shown(value->utf8()));
+    output.text(value->utf8() + "\n");
     output.flush();
     return ExitStatus::done;
 }

@@ -73,5 +73,16 @@ TEST(DoctorCommand, SaysWhatIsMissingAndWhatToDo) {
         << missing["microphone"];
 }
 
+TEST(DoctorCommand, AFolderThatIsNotUtf8IsToldAsJsonToo) {
+    SoundServer noSound;
+    PrivateKeyring noKeyring;
+    const CommandResult result = runCommand({VARNELLE_PROGRAM, "doctor", "--json"},
+                                            {.environment = {"VARNELLE_SPEECH_MODEL=/no/\xFF"}});
+    EXPECT_EQ(result.status, 69);
+    EXPECT_EQ(nlohmann::json::parse(result.out).at("findings").at(0).at("text"),
+              "the English model is not in /no/\uFFFD; on Debian: apt-get install --reinstall "
+              "pocketsphinx-en-us");
+}
+
 }  // namespace
 }  // namespace Varnelle::Tests

@@ -192,6 +192,11 @@ const Arguments writers[] = {
     {"follow", sampleScript, "--words", sampleWords, "--fast"},
     {"follow", sampleScript, "--words", sampleWords, "--fast", "--json"},
     {"demo", "--json"},
+    {"library", VARNELLE_SAMPLE_DIRECTORY},
+    {"library", VARNELLE_SAMPLE_DIRECTORY, "--json"},
+    {"camera", "preview"},
+    {"colours", "check", "FFFFFF", "000000"},
+    {"colours", "check", "FFFFFF", "000000", "--json"},
 };
 
 TEST(ExitStatus, AnOutputThatCannotBeWrittenIs74) {
@@ -230,6 +235,17 @@ TEST(ExitStatus, HoldsWhereNobodyCanHearTheFailure) {
     EXPECT_EQ(runVarnelle({"loud"}, {.closed = {STDERR_FILENO}}).status, 2);
 }
 
+TEST(ExitStatus, NoComplaintSteersTheTerminal) {
+    const std::string missing =
+        "/no/\x1b[2J\xFF"
+        "file";
+    const std::string sentence = ": No such file or directory";
+    expectFailure(runVarnelle({"script", missing}), 66, missing + sentence);
+    const std::string command = VARNELLE_PROGRAM " script '" + missing + "'";
+    EXPECT_EQ(runCommand({"script", "-qec", command, "/dev/null"}).out,
+              "varnelle: /no/[2J\uFFFDfile" + sentence + "\r\n");
+}
+
 TEST(Help, BeginsWithExamplesForEachCommand) {
     const CommandResult all = runVarnelle({"--help"});
     EXPECT_EQ(all.status, 0);
@@ -237,7 +253,9 @@ TEST(Help, BeginsWithExamplesForEachCommand) {
     EXPECT_TRUE(all.out.starts_with("Examples:\n  varnelle demo ")) << all.out;
     EXPECT_NE(all.out.find("Usage: varnelle [OPTIONS] SUBCOMMAND\n"), std::string::npos) << all.out;
     EXPECT_NE(all.out.find("130 interrupted"), std::string::npos) << all.out;
-    for (const std::string command : {"follow", "demo", "script", "lines", "diff", "library"}) {
+    for (const std::string command :
+         {"follow", "demo", "take", "script", "lines", "chapters", "claps", "devices", "diff",
+          "library", "colours", "camera", "secret", "doctor"}) {
         const CommandResult one = runVarnelle({command, "--help"});
         EXPECT_EQ(one.status, 0);
         EXPECT_EQ(one.error, "");

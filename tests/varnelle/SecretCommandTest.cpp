@@ -54,6 +54,14 @@ TEST_F(SecretCommand, PrintsWhatWasSetUntilItIsRemoved) {
     expectSilence(removeSecret(), 0);
 }
 
+TEST_F(SecretCommand, ATerminalShowsTheLinesOfAValueAndIsNotSteered) {
+    setSecret("first\x1b[2J\n\nlast");
+    EXPECT_EQ(getSecret().out, "first\x1b[2J\n\nlast\n");
+    EXPECT_EQ(
+        runCommand({"script", "-qec", VARNELLE_PROGRAM " secret get " + service, "/dev/null"}).out,
+        "first[2J\r\n\r\nlast\r\n");
+}
+
 TEST_F(SecretCommand, BlankValueRemoves) {
     setSecret("abc");
     expectSilence(setSecret(" \n"), 0);
@@ -185,6 +193,17 @@ TEST_F(SecretCommand, EndOfInputEndsTheValueAndTheLine) {
     ASSERT_TRUE(command.readUntil("prompter: \r\nstatus 0"));
     command.finish();
     EXPECT_EQ(getSecret().out, "hunter2\n");
+}
+
+TEST_F(SecretCommand, ALineThatTheTerminalMayHaveCutIsRefused) {
+    RunningCommand command(onTerminal());
+    ASSERT_TRUE(command.readUntil("Value for com.example.prompter: "));
+    command.write(std::string(5000, 'x') + "\n");
+    ASSERT_TRUE(command.readUntil("status 65"));
+    EXPECT_NE(command.finish().out.find("a terminal cuts a line after 4095 bytes; send a longer "
+                                        "value through a pipe or from a file"),
+              std::string::npos);
+    EXPECT_EQ(getSecret().status, 1);
 }
 
 TEST_F(SecretCommand, InterruptedQuestionLeavesValueAndTerminalAsTheyWere) {
