@@ -6,14 +6,18 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <fmt/format.h>
 #include <unistd.h>
 
 #include "PrompterCore/library/WordDiff.h"
+#include "PrompterCore/text/CharacterClasses.h"
+#include "PrompterCore/text/Utf8.h"
 #include "apps/varnelle/CommandLine.h"
 #include "apps/varnelle/Pager.h"
 #include "apps/varnelle/ShowDiff.h"
+#include "apps/varnelle/TerminalColours.h"
 #include "host/Failures.h"
 #include "host/TextFile.h"
 
@@ -39,16 +43,58 @@ constexpr ExitStatus trouble{2};
 
 bool showsColours(const Arguments& arguments) {
     if (arguments.colour != "auto") return arguments.colour == "always";
-    return isTerminal() && wantsColour();
+    return isTerminal() && terminalColours() != TerminalColours::none;
 }
 
-// The comparison keeps a table of all pairs of lines. One that the machine has no memory for would
-// bring the machine down before it failed.
-void refuseTooMuch(const Text& before, const Text& after) {
-    const auto lines = [](const Text& text) {
-        return 2.0 + static_cast<double>(std::count(text.utf8().begin(), text.utf8().end(), '\n'));
-    };
-    const double needed = lines(before) * lines(after) * sizeof(std::int64_t);
+double linesIn(std::string_view text) {
+    return 1 + static_cast<double>(std::count(text.begin(), text.end(), '\n'));
+}
+
+// A few too many where a mark stands on a blank.
+double wordsIn(std::string_view text) {
+    double words = 0;
+    bool inWord = false;
+    for (std::size_t at = 0; at < text.size();) {
+        const bool wasInWord = inWord;
+        inWord = !CharacterClasses::isWhiteSpace(Utf8::next(text, at));
+        if (inWord && !wasInWord) ++words;
+    }
+    return words;
+}
+
+double mostWordsInALine(std::string_view text) {
+    double most = 0;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        most = std::max(most, wordsIn(text.substr(start, end - start)));
+        start = end + 1;
+    }
+    return most;
+}
+
+// Empty without any.
+std::string_view lineBreaksIn(std::string_view text) {
+    std::size_t all = 0, ofTwo = 0;  // CR LF
+    for (std::size_t at = text.find('\n'); at != std::string_view::npos;
+         at = text.find('\n', at + 1)) {
+        ++all;
+        if (at > 0 && text[at - 1] == '\r') ++ofTwo;
+    }
+    if (all == 0) return "";
+    return ofTwo == 0 ? "LF" : ofTwo == all ? "CR LF" : "mixed";
+}
+
+// Empty when they did not change: then every line that differs shows why.
+std::string lineBreaksChanged(std::string_view before, std::string_view after) {
+    const std::string_view were = lineBreaksIn(before), are = lineBreaksIn(after);
+    if (were == are || were.empty() || are.empty()) return "";
+    return fmt::format("line breaks were {} and are {}", were, are);
+}
+
+// A comparison keeps a table of all pairs of its parts. One that the machine has no memory for
+// would bring the machine down before it failed.
+void refuseTooMuch(double before, double after) {
+    const double needed = (1 + before) * (1 + after) * sizeof(std::int64_t);
     const double memory =
         static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
     if (needed > memory / 2)
@@ -56,24 +102,27 @@ void refuseTooMuch(const Text& before, const Text& after) {
                                   needed / 1e9));
 }
 
-DiffStyle style(const Arguments& arguments, bool colours) {
-    return {.marks = colours ? DiffMarks::colours : DiffMarks::brackets,
-            .context = arguments.all ? std::nullopt : std::optional(arguments.context)};
+// Before a pager takes the terminal's place.
+DiffStyle styleOf(const Arguments& arguments) {
+    return {.marks = showsColours(arguments) ? DiffMarks::colours : DiffMarks::brackets,
+            .context = arguments.all ? std::nullopt : std::optional(arguments.context),
+            .forTerminal = isTerminal()};
 }
 
 ExitStatus compareWords(const Text& before, const Text& after, const Arguments& arguments) {
+    refuseTooMuch(wordsIn(before.utf8()), wordsIn(after.utf8()));
     const auto segments = WordDiff::between(before, after);
     const bool differ = std::ranges::any_of(segments, [](const DiffSegment& segment) {
         return segment.operation != DiffOperation::equal;
     });
     try {
-        const bool colours = showsColours(arguments);
+        const DiffStyle style = styleOf(arguments);
         Output output;
         if (arguments.json) {
             writeWordDiffJson(segments, output);
         } else {
             Pager pager;
-            showWordDiff(segments, style(arguments, colours), output);
+            showWordDiff(segments, style, output);
         }
     } catch (const OutputClosed&) {
         // Whoever has seen enough is still told by the status.
@@ -82,18 +131,20 @@ ExitStatus compareWords(const Text& before, const Text& after, const Arguments& 
 }
 
 ExitStatus compareLines(const Text& before, const Text& after, const Arguments& arguments) {
-    refuseTooMuch(before, after);
+    refuseTooMuch(linesIn(before.utf8()), linesIn(after.utf8()));
+    refuseTooMuch(mostWordsInALine(before.utf8()), mostWordsInALine(after.utf8()));
     const auto lines = LineDiff::between(before, after);
     const bool differ = std::ranges::any_of(
         lines, [](const DiffLine& line) { return line.change != LineChange::context; });
     try {
-        const bool colours = showsColours(arguments);
+        DiffStyle style = styleOf(arguments);
+        style.note = lineBreaksChanged(before.utf8(), after.utf8());
         Output output;
         if (arguments.json) {
             writeLineDiffJson(lines, output);
         } else {
             Pager pager;
-            showLineDiff(lines, style(arguments, colours), output);
+            showLineDiff(lines, style, output);
         }
     } catch (const OutputClosed&) {
     }
@@ -131,13 +182,17 @@ void addDiffCommand(CLI::App& app, ExitStatus& exit) {
     command.add_option("OLD", arguments->before, "the old version; - is standard input")
         ->required();
     command.add_option("NEW", arguments->after, "the new version; - is standard input")->required();
-    command.add_flag("--words", arguments->words, "word by word, without regard to lines");
+    auto* const words =
+        command.add_flag("--words", arguments->words, "word by word, without regard to lines");
     auto* const context =
         command.add_option("--context", arguments->context, "unchanged lines shown around changes")
-            ->check(CLI::Range(std::int64_t{0}, std::int64_t{1'000'000'000}))
+            ->check(numberBetween<std::int64_t>(0, 1'000'000'000))
+            ->excludes(words)
             ->capture_default_str();
-    command.add_flag("--all", arguments->all, "all unchanged lines")->excludes(context);
-    command.add_flag("--json", arguments->json, "as JSON");
+    command.add_flag("--all", arguments->all, "all unchanged lines")
+        ->excludes(context)
+        ->excludes(words);
+    command.add_flag("--json", arguments->json, "as JSON, with all unchanged lines");
     command.add_option("--colour", arguments->colour, "auto, always or never")
         ->check(CLI::IsMember({"auto", "always", "never"}))
         ->capture_default_str();

@@ -8,6 +8,7 @@
 #include "PrompterCore/support/Integers.h"
 #include "PrompterCore/text/Separator.h"
 #include "apps/varnelle/Json.h"
+#include "apps/varnelle/TerminalText.h"
 
 namespace Varnelle {
 
@@ -32,38 +33,57 @@ std::string_view colourOf(LineChange change) {
     return "";
 }
 
+std::string shown(std::string_view text, const DiffStyle& style) {
+    return style.forTerminal ? terminalText(text) : std::string(text);
+}
+
 // A segment's text as it is shown between `before` and `after`; the space that follows every
 // segment of an edited line stays outside.
-std::string between(std::string_view before, const DiffSegment& segment, std::string_view after) {
+std::string between(std::string_view before, const DiffSegment& segment, std::string_view after,
+                    const DiffStyle& style) {
     std::string_view text = segment.text.utf8();
     const std::string_view space = text.ends_with(' ') ? " " : "";
     text.remove_suffix(space.size());
-    return fmt::format("{}{}{}{}", before, shown(text), after, space);
+    return fmt::format("{}{}{}{}", before, shown(text, style), after, space);
 }
 
-std::string bracketed(const DiffSegment& segment) {
+std::string bracketed(const DiffSegment& segment, const DiffStyle& style) {
     switch (segment.operation) {
-        case DiffOperation::insert: return between("{+", segment, "+}");
-        case DiffOperation::delete_: return between("[-", segment, "-]");
+        case DiffOperation::insert: return between("{+", segment, "+}", style);
+        case DiffOperation::delete_: return between("[-", segment, "-]", style);
         case DiffOperation::equal: break;
     }
-    return between("", segment, "");
+    return between("", segment, "", style);
 }
 
-std::string coloured(const DiffSegment& segment, std::string_view colour) {
-    if (segment.operation == DiffOperation::equal) return between("", segment, "");
-    return between(reverse, segment, fmt::format("{}{}", plain, colour));
+std::string coloured(const DiffSegment& segment, std::string_view colour, const DiffStyle& style) {
+    if (segment.operation == DiffOperation::equal) return between("", segment, "", style);
+    return between(reverse, segment, fmt::format("{}{}", plain, colour), style);
 }
 
-std::string lineAsShown(const DiffLine& line, DiffMarks marks) {
+std::string lineAsShown(const DiffLine& line, const DiffStyle& style) {
     std::string text(marker(line.change));
     const std::string_view colour = colourOf(line.change);
     for (const DiffSegment& segment : line.segments) {
-        text += marks == DiffMarks::colours ? coloured(segment, colour) : bracketed(segment);
+        text += style.marks == DiffMarks::colours ? coloured(segment, colour, style)
+                                                  : bracketed(segment, style);
     }
-    return marks == DiffMarks::colours && !colour.empty()
+    return style.marks == DiffMarks::colours && !colour.empty()
                ? fmt::format("{}{}{}", colour, text, plain)
                : text;
+}
+
+std::string noteAsShown(std::string_view note, const DiffStyle& style) {
+    return style.marks == DiffMarks::colours ? fmt::format("{}... {}{}", faint, note, plain)
+                                             : fmt::format("... {}", note);
+}
+
+// Whether line `i` is one that was edited, and the edit shows in no word.
+bool keepsItsWords(const std::vector<DiffLine>& lines, std::size_t i) {
+    if (i == 0 || lines[i].change != LineChange::added ||
+        lines[i - 1].change != LineChange::removed)
+        return false;
+    return lines[i - 1].text() == lines[i].text() || (lines[i - 1].isBlank() && lines[i].isBlank());
 }
 
 // Which lines are near enough to a changed one.
@@ -107,17 +127,19 @@ void showLineDiff(const std::vector<DiffLine>& lines, const DiffStyle& style, Ou
         style.context ? nearChanges(lines, *style.context) : std::vector<bool>(lines.size(), true);
     for (std::size_t i = 0; i < lines.size();) {
         if (near[i]) {
-            output.line(lineAsShown(lines[i++], style.marks));
+            output.line(lineAsShown(lines[i], style));
+            if (keepsItsWords(lines, i))
+                output.line(noteAsShown("only white space differs", style));
+            ++i;
             continue;
         }
         std::int64_t skipped = 0;
         for (; i < lines.size() && !near[i]; ++i)
             ++skipped;
-        const std::string note =
-            fmt::format("... {} unchanged line{}", skipped, skipped == 1 ? "" : "s");
-        output.line(style.marks == DiffMarks::colours ? fmt::format("{}{}{}", faint, note, plain)
-                                                      : note);
+        output.line(noteAsShown(
+            fmt::format("{} unchanged line{}", skipped, skipped == 1 ? "" : "s"), style));
     }
+    if (!style.note.empty()) output.line(noteAsShown(style.note, style));
     output.line(summaryAsShown(lines));
     output.flush();
 }
@@ -128,15 +150,14 @@ void showWordDiff(const std::vector<DiffSegment>& segments, const DiffStyle& sty
     for (const DiffSegment& segment : segments) {
         if (!text.empty()) text += ' ';
         if (style.marks == DiffMarks::brackets) {
-            text += bracketed(segment);
+            text += bracketed(segment, style);
         } else {
             const std::string_view colour =
                 segment.operation == DiffOperation::insert    ? colourOf(LineChange::added)
                 : segment.operation == DiffOperation::delete_ ? colourOf(LineChange::removed)
                                                               : "";
-            text += colour.empty()
-                        ? shown(segment.text.utf8())
-                        : fmt::format("{}{}{}", colour, shown(segment.text.utf8()), plain);
+            const std::string words = shown(segment.text.utf8(), style);
+            text += colour.empty() ? words : fmt::format("{}{}{}", colour, words, plain);
         }
     }
     if (!text.empty()) output.line(text);

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "PrompterCore/library/LineDiff.h"
@@ -27,10 +28,14 @@ struct DiffStyle {
     DiffMarks marks = DiffMarks::brackets;
     /// Unchanged lines that are shown around changed ones. Absent: all of them.
     std::optional<std::int64_t> context = 3;
+    /// Without what could steer a terminal; the output itself may be a pager's.
+    bool forTerminal = false;
+    /// What the lines do not show, in front of the summary. Empty for nothing.
+    std::string note = {};
 };
 
 /// The lines with their gutter, unchanged ones far from any change counted instead of shown, and
-/// the summary behind them.
+/// the summary behind them. An edited line whose words are the old ones is said to be one.
 void showLineDiff(const std::vector<PrompterCore::DiffLine>& lines, const DiffStyle& style,
                   Output& output);
 /// The words as one text.

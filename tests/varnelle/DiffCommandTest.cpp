@@ -1,4 +1,5 @@
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -58,6 +59,63 @@ TEST(DiffCommand, ColoursOnlyWhenAskedToInAPipe) {
     EXPECT_NE(out.find("\x1b[32m+x \x1b[7mb\x1b[0m"), std::string::npos) << out;
 }
 
+TEST(DiffCommand, SaysWhatTheLinesDoNotShow) {
+    struct Case {
+        const char* what;
+        std::string before, after, shown;
+    };
+    const std::string added = "1 added \u00B7 1 removed\n";
+    const Case cases[] = {
+        {"a word moved by blanks", "a  b", "a b",
+         "-a b \n+a b \n... only white space differs\n" + added},
+        {"blank lines", "  ", "\t",
+         "-  \n+\t\n... only white space differs\n0 added \u00B7 0 removed\n"},
+        {"other line breaks", "a\r\nb\r\n", "a\nb\n",
+         "-a\r\n-b\r\n+a\n+b\n \n... line breaks were CR LF and are LF\n"
+         "2 added \u00B7 2 removed\n"},
+        {"some of them", "a\nb\n", "a\r\nb\n",
+         "-a \n+a \n... only white space differs\n b\n \n"
+         "... line breaks were LF and are mixed\n" +
+             added},
+        {"a line without a break has none of its own", "a\r\nb", "c",
+         "-a\r\n-b\n+c\n1 added \u00B7 2 removed\n"},
+        {"both have the same", "a\r\nb", "c\r\nb", "-[-a-] \n+{+c+} \n b\n" + added},
+    };
+    for (const auto& [what, before, after, shown] : cases) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(diff(before, after).out, shown);
+    }
+}
+
+// A table of 8 TB.
+TEST(DiffCommand, RefusesWhatNoMemoryHolds) {
+    std::string words, lines;
+    for (int i = 0; i < 1'000'000; ++i) {
+        words += "a ";
+        lines += "\n";
+    }
+    for (const std::string& text : {words, lines}) {
+        for (const std::vector<std::string>& options :
+             {std::vector<std::string>{"--words"}, std::vector<std::string>{}}) {
+            if (text == lines && !options.empty()) continue;  // it has no words
+            const CommandResult result = diff(text, text + "b", options);
+            EXPECT_EQ(result.error,
+                      "varnelle: comparing these takes 8000 GB of memory, more than there is\n");
+            EXPECT_EQ(result.status, 2);
+            EXPECT_LT(result.peakKilobytes, 500'000);
+        }
+    }
+}
+
+TEST(DiffCommand, RefusesOptionsThatCountForNothing) {
+    EXPECT_EQ(diff("a", "b", {"--words", "--context", "1"}).error,
+              "varnelle: --words excludes --context\n");
+    EXPECT_EQ(diff("a", "b", {"--words", "--all"}).error, "varnelle: --words excludes --all\n");
+    EXPECT_EQ(diff("a", "b", {"--context", "-1"}).error,
+              "varnelle: --context: -1 is no whole number from 0 to 1000000000\n");
+    EXPECT_EQ(diff("a", "b", {"--context", "-1"}).status, 2);
+}
+
 TEST(DiffCommand, ShowsWordsAsOneText) {
     EXPECT_EQ(diff("the quick\nfox", "the slow fox", {"--words"}).out,
               "the [-quick-] {+slow+} fox\n");
@@ -81,14 +139,38 @@ TEST(DiffCommand, TakesOneVersionFromStandardInput) {
     EXPECT_EQ(runCommand({VARNELLE_PROGRAM, "diff", file.name(), "-"}, {.input = "b\n"}).status, 1);
 }
 
-// What a terminal of its own shows, and "status" with the exit status.
-std::string onTerminal(const std::string& pager) {
-    const TemporaryFile before("a\nb\n");
-    const TemporaryFile after("a\nc\n");
-    const std::string command = std::string(VARNELLE_PROGRAM) + " diff --colour never " +
-                                before.name() + " " + after.name() + "; echo status $?";
-    return runCommand({"script", "-qec", command, "/dev/null"}, {.environment = {"PAGER=" + pager}})
+// What a terminal shows of two versions, and "status" with the exit status.
+std::string onTerminalShown(const std::string& options, const std::string& before,
+                            const std::string& after, std::vector<std::string> environment) {
+    const TemporaryFile oldFile(before);
+    const TemporaryFile newFile(after);
+    const std::string command = std::string(VARNELLE_PROGRAM) + " diff " + options + " " +
+                                oldFile.name() + " " + newFile.name() + "; echo status $?";
+    return runCommand({"script", "-qec", command, "/dev/null"},
+                      {.environment = std::move(environment)})
         .out;
+}
+
+std::string onTerminal(const std::string& pager) {
+    return onTerminalShown("--colour never", "a\nb\n", "a\nc\n", {"PAGER=" + pager});
+}
+
+TEST(DiffCommand, ColoursATerminalThatKnowsThem) {
+    const std::string plain = "-[-a-] \r\n+{+b+} \r\n1 added \u00B7 1 removed\r\nstatus 1\r\n";
+    EXPECT_EQ(onTerminalShown("", "a", "b", {"PAGER=", "TERM=dumb"}), plain);
+    EXPECT_EQ(onTerminalShown("", "a", "b", {"PAGER=", "TERM=xterm", "NO_COLOR=1"}), plain);
+    EXPECT_EQ(onTerminalShown("", "a", "b", {"PAGER=", "TERM=xterm", "NO_COLOR="}),
+              "\x1b[31m-\x1b[7ma\x1b[0m\x1b[31m \x1b[0m\r\n"
+              "\x1b[32m+\x1b[7mb\x1b[0m\x1b[32m \x1b[0m\r\n"
+              "1 added \u00B7 1 removed\r\nstatus 1\r\n");
+}
+
+TEST(DiffCommand, NothingInATextSteersATerminalOrItsPager) {
+    for (const char* pager : {"", "sed -n p"}) {
+        EXPECT_EQ(onTerminalShown("--colour never", "a\x1b[2Jb\u202Ec", "",
+                                  {std::string("PAGER=") + pager, "TERM=xterm"}),
+                  "-a[2Jbc\r\n0 added \u00B7 1 removed\r\nstatus 1\r\n");
+    }
 }
 
 TEST(DiffCommand, GoesThroughThePagerOfATerminal) {
