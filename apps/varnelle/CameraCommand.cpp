@@ -8,8 +8,11 @@
 #include <string_view>
 #include <system_error>
 
+#include <fmt/format.h>
+
 #include "PrompterCore/camera/CameraResolution.h"
 #include "apps/varnelle/CameraMenu.h"
+#include "apps/varnelle/CommandLine.h"
 #include "apps/varnelle/Output.h"
 #include "apps/varnelle/PreviewPicture.h"
 #include "host/CameraFormats.h"
@@ -78,16 +81,18 @@ Size size(const char* option, const std::string& written) {
     return {.width = static_cast<double>(read.width), .height = static_cast<double>(read.height)};
 }
 
-// Two numbers with a comma between them.
-Point point(const char* option, const std::string& written) {
+// Two numbers with a comma between them, each at least `least` and at most 1.
+Point point(const char* option, const std::string& written, double least) {
     const char* const end = written.data() + written.size();
     Point read;
     const auto x = std::from_chars(written.data(), end, read.x);
     if (x.ec == std::errc() && x.ptr != end && *x.ptr == ',') {
         const auto y = std::from_chars(x.ptr + 1, end, read.y);
-        if (y.ec == std::errc() && y.ptr == end) return read;
+        const auto isIn = [least](double value) { return value >= least && value <= 1; };
+        if (y.ec == std::errc() && y.ptr == end && isIn(read.x) && isIn(read.y)) return read;
     }
-    refuse(option, written + " is no pair of numbers such as -0.5,0");
+    refuse(option,
+           fmt::format("{} is no pair of numbers from {} to 1, such as 0.5,0", written, least));
 }
 
 void addFraming(CLI::App& command, CameraFraming& framing) {
@@ -146,7 +151,7 @@ void addPreviewOptions(CLI::App& command, PreviewArguments& arguments) {
         .add_option_function<std::string>(
             "--offset",
             [&scene](const std::string& written) {
-                const Point read = point("--offset", written);
+                const Point read = point("--offset", written, -1);
                 scene.offset = FrameOffset(read.x, read.y);
             },
             "where the crop was slid to, each from -1 to 1")
@@ -155,10 +160,10 @@ void addPreviewOptions(CLI::App& command, PreviewArguments& arguments) {
         .add_option_function<std::string>(
             "--marker",
             [&scene](const std::string& written) {
-                const Point read = point("--marker", written);
+                const Point read = point("--marker", written, 0);
                 scene.marker = LensMarker(read.x, read.y);
             },
-            "where the lens is, as fractions of the window")
+            "where the lens is, as fractions of the window from 0 to 1")
         ->default_str("0.5,0.32");
     command.add_flag("--mirrored", scene.mirrored, "the preview is shown mirrored");
     command.add_option("-o,--output", arguments.output, "the SVG file; - is standard output")
@@ -186,8 +191,8 @@ void addCameraCommand(CLI::App& app) {
         "  varnelle camera preview --sensor 1920x1440 --offset 0,1 --mirrored > preview.svg\n\n"
         "Draws pane, window, picture and room of the camera's preview as SVG.");
     addPreviewOptions(previewCommand, *preview);
-    previewCommand.callback([menu, preview] {
-        if (menu->formats) refuse("--formats", "the preview is drawn without a list of formats");
+    previewCommand.callback([&previewCommand, preview] {
+        refuseOptionsBefore(previewCommand);
         drawPreview(*preview);
     });
     command.callback([&command, menu] {

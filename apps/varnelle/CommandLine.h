@@ -29,6 +29,10 @@ template <class Number>
             ""};
 }
 
+/// Refuses options that stand between `command` and one of its sub-commands where they are for the
+/// command by itself: they would count for nothing.
+void refuseOptionsBefore(const CLI::App& subcommand);
+
 void addFollow(CLI::App& app, ExitStatus& exit);
 void addDemo(CLI::App& app, ExitStatus& exit);
 void addTake(CLI::App& app, ExitStatus& exit);

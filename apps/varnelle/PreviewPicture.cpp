@@ -81,11 +81,14 @@ public:
                             R"svg(marker-start="url(#tip)" marker-end="url(#tip)"/>)svg"
                             "\n",
                             number(from.x), number(from.y), number(to.x), number(to.y), roomColour);
-        const bool isLevel = from.y == to.y;
-        if (length < (isLevel ? 60 : 24)) return;  // the number would not fit
+        if (length < 60) return;  // the number would not fit
         const Point middle{(from.x + to.x) / 2, (from.y + to.y) / 2};
-        text(isLevel ? middle.x : middle.x + 8, isLevel ? middle.y + 19 : middle.y + 5,
-             number(points), isLevel ? "middle" : "start");
+        // Along the arrow: beside it there is little place to the right.
+        svg_ += fmt::format(R"svg(<text transform="translate({} {}) rotate({})" )svg"
+                            R"(y="19" text-anchor="middle">{}</text>)"
+                            "\n",
+                            number(middle.x), number(middle.y), from.y == to.y ? 0 : -90,
+                            number(points));
     }
     void cross(Point at) {
         svg_ += fmt::format(
@@ -94,11 +97,10 @@ public:
             "\n",
             number(at.x), number(at.y), markerColour);
     }
-    void text(double left, double baseline, std::string_view words,
-              std::string_view anchor = "start") {
-        svg_ += fmt::format(R"(<text x="{}" y="{}" text-anchor="{}">{}</text>)"
+    void text(double left, double baseline, std::string_view words) {
+        svg_ += fmt::format(R"(<text x="{}" y="{}">{}</text>)"
                             "\n",
-                            number(left), number(baseline), anchor, words);
+                            number(left), number(baseline), words);
     }
     const std::string& svg() const noexcept { return svg_; }
 
@@ -145,13 +147,12 @@ double drawLegend(Drawing& drawing, const FramePreviewLayout& layout, const Prev
     };
     const auto swatch = [&](const Style& style) { drawing.box(margin, line - 12, 24, 14, style); };
     swatch(pictureStyle);
-    entry("picture", numbers(layout.picture()) + fmt::format(": all that the sensor sees, {}{}",
-                                                             numbers(scene.sensor),
-                                                             scene.mirrored ? ", mirrored" : ""));
+    entry("picture", numbers(layout.picture()) + ": all that the sensor sees");
+    entry("sensor", numbers(scene.sensor) + (scene.mirrored ? " pixels, mirrored" : " pixels"));
     swatch(windowStyle);
     entry("window", numbers(layout.window()) + ": what is recorded");
     swatch(paneStyle);
-    entry("pane", numbers(layout.pane()) + ": where the preview is shown");
+    entry("pane", numbers(layout.pane()) + " points: where the preview is shown");
     drawing.arrow({margin, line - 5}, {margin + 24, line - 5}, 0);
     entry("room", numbers(layout.room()) + (layout.canPan()
                                                 ? ": how far the picture can be dragged, end to end"

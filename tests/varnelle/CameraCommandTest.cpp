@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include "host/TextFile.h"
 #include "tests/host/TemporaryFile.h"
 #include "tests/varnelle/RunCommand.h"
 
@@ -117,10 +118,10 @@ TEST(CameraPreviewCommand, DrawsEachPartWithItsNumbers) {
         runVarnelle({"camera", "preview", "--framing", "portrait", "--pane", "800x600"});
     EXPECT_EQ(result.status, 0) << result.error;
     for (const char* const part :
-         {"<svg ",
-          "1065.79 \u00D7 599.51 at (-132.89, 0): all that the sensor sees, 1920 \u00D7 1080<",
-          "337.5 \u00D7 600 at (231.25, 0): what is recorded", "800 \u00D7 600: where",
-          "728.29 \u00D7 0: how far", "(0.5, 0.32) of the window", "</svg>\n"}) {
+         {"<svg ", "1065.79 \u00D7 599.51 at (-132.89, 0): all that the sensor sees<",
+          "1920 \u00D7 1080 pixels<", "337.5 \u00D7 600 at (231.25, 0): what is recorded",
+          "800 \u00D7 600 points: where", "728.29 \u00D7 0: how far", "(0.5, 0.32) of the window",
+          "</svg>\n"}) {
         EXPECT_NE(result.out.find(part), std::string::npos) << part << "\n" << result.out;
     }
 }
@@ -134,7 +135,28 @@ TEST(CameraPreviewCommand, MirrorsAndSlides) {
     EXPECT_NE(left.find("at (231.25, 0): all that"), std::string::npos) << left;
     const std::string mirrored = draw({"--offset", "-1,0", "--mirrored"});
     EXPECT_NE(mirrored.find("at (-497.04, 0): all that"), std::string::npos) << mirrored;
-    EXPECT_NE(mirrored.find("1080, mirrored<"), std::string::npos) << mirrored;
+    EXPECT_NE(mirrored.find("1080 pixels, mirrored<"), std::string::npos) << mirrored;
+}
+
+TEST(CameraPreviewCommand, OptionsOfTheMenuAreNotPassedOverSilently) {
+    const CommandResult result = runVarnelle({"camera", "--framing", "portrait", "preview"});
+    expectRefusal(result, 2, "--framing: is not for preview; the options of that stand behind it");
+    EXPECT_EQ(runVarnelle({"camera", "--formats", "-", "preview"}).status, 2);
+}
+
+// Beside the drawing there is no place for it: the picture would end before the number does.
+TEST(CameraPreviewCommand, ANumberBesideTheDrawingStandsAlongItsArrow) {
+    const CommandResult result =
+        runVarnelle({"camera", "preview", "--sensor", "1920x1440", "--offset", "0,1"});
+    EXPECT_NE(result.out.find("rotate(-90)\" y=\"19\" text-anchor=\"middle\">150<"),
+              std::string::npos)
+        << result.out;
+}
+
+// Written anew by: varnelle camera preview --framing portrait -o docs/camera-preview.svg
+TEST(CameraPreviewCommand, TheDocumentsShowWhatItDraws) {
+    EXPECT_EQ(runVarnelle({"camera", "preview", "--framing", "portrait"}).out,
+              readFile(VARNELLE_SAMPLE_DIRECTORY "/../../docs/camera-preview.svg"));
 }
 
 TEST(CameraPreviewCommand, ReplacesTheFileAsAWhole) {
@@ -159,7 +181,12 @@ TEST(CameraPreviewCommand, RefusesWhatIsNoSizeOrPlace) {
                                                {"--offset", "1"},
                                                {"--offset", "1,"},
                                                {"--offset", "1,2,3"},
-                                               {"--marker", "left,top"}}) {
+                                               {"--offset", "nan,0"},
+                                               {"--offset", "0,-1.01"},
+                                               {"--offset", "0,1e400"},
+                                               {"--marker", "left,top"},
+                                               {"--marker", "-0.1,0"},
+                                               {"--marker", "0,inf"}}) {
         std::vector<std::string> arguments{"camera", "preview"};
         arguments.insert(arguments.end(), wrong.begin(), wrong.end());
         const CommandResult result = runVarnelle(arguments);
