@@ -1,6 +1,7 @@
 #include "apps/varnelle/LibraryCommand.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,7 @@
 #include "PrompterCore/script/Script.h"
 #include "PrompterCore/support/Integers.h"
 #include "PrompterCore/text/Separator.h"
+#include "apps/varnelle/CommandLine.h"
 #include "apps/varnelle/Json.h"
 #include "apps/varnelle/Output.h"
 #include "host/Failures.h"
@@ -52,7 +54,7 @@ private:
 std::optional<std::int64_t> wordsOf(const std::string& directory, const ScriptItem& item,
                                     Troubles& troubles) {
     try {
-        const Script script(readText(directory + "/" + item.id.utf8()));
+        const Script script(readText(std::filesystem::path(directory) / item.id.utf8()));
         return signedCount(script.words().size());
     } catch (const std::runtime_error& failure) {
         troubles.say(failure.what());
@@ -94,14 +96,27 @@ Json treeAsJson(const std::vector<ScriptItem>& items, const Arguments& arguments
     return list;
 }
 
+// What an argument must be to become, or to be in, a name.
+Text utf8Argument(const std::string& argument) {
+    std::optional<Text> text = Text::fromUtf8(argument);
+    if (!text) throw CLI::ValidationError("library", "a name is UTF-8");
+    return *std::move(text);
+}
+
+// What could not be read may have been what was searched for.
+ExitStatus statusOf(const Troubles& troubles, bool isSearch, bool foundAny) {
+    if (troubles.status() != ExitStatus::done) return troubles.status();
+    return isSearch && !foundAny ? ExitStatus::nothingFound : ExitStatus::done;
+}
+
 ExitStatus showLibrary(const Arguments& arguments) {
     Troubles troubles;
+    const Text search = utf8Argument(arguments.search.value_or(""));
     const ScriptFolder folder = ScriptFolder::read(arguments.directory);
     for (const std::string& complaint : folder.complaints) {
         troubles.say(complaint);
     }
-    const std::vector<ScriptItem> items =
-        LibraryTree::filtered(folder.items, Text(arguments.search.value_or("")));
+    const std::vector<ScriptItem> items = LibraryTree::filtered(folder.items, search);
     Output output;
     if (arguments.json) {
         output.line(Json{{"items", treeAsJson(items, arguments, troubles)}}.dump());
@@ -109,20 +124,13 @@ ExitStatus showLibrary(const Arguments& arguments) {
         show(items, arguments, 0, troubles, output);
     }
     output.flush();
-    return troubles.status();
+    return statusOf(troubles, arguments.search.has_value(), !items.empty());
 }
 
 void say(const std::filesystem::path& place) {
     Output output;
-    output.line(place.string());
+    output.line(shown(place.string()));
     output.flush();
-}
-
-// What an argument must be to become a name.
-Text utf8Argument(const std::string& argument) {
-    std::optional<Text> text = Text::fromUtf8(argument);
-    if (!text) throw CLI::ValidationError("library", "a name is UTF-8");
-    return *std::move(text);
 }
 
 std::optional<Text> folderArgument(const Arguments& arguments) {
@@ -133,16 +141,17 @@ std::optional<Text> folderArgument(const Arguments& arguments) {
 
 void addLibraryCommand(CLI::App& app, ExitStatus& exit) {
     const auto arguments = std::make_shared<Arguments>();
-    CLI::App& command =
-        *app.add_subcommand("library",
-                            "Examples:\n"
-                            "  varnelle library Scripts\n"
-                            "  varnelle library Scripts --search keynote\n"
-                            "  varnelle library Scripts new \"Town hall\" --in Talks\n"
-                            "  varnelle library Scripts duplicate Talks/Keynote\n"
-                            "  varnelle library Scripts rename Talks/Keynote \"Opening\"\n\n"
-                            "Lists the scripts (.txt, .md) in the folder DIR, or makes, copies and "
-                            "names them. Nothing is\never written over.");
+    CLI::App& command = *app.add_subcommand(
+        "library",
+        "Examples:\n"
+        "  varnelle library Scripts\n"
+        "  varnelle library Scripts --search keynote\n"
+        "  varnelle library Scripts new \"Town hall\" --in Talks\n"
+        "  varnelle library Scripts duplicate Talks/Keynote\n"
+        "  varnelle library Scripts rename Talks/Keynote \"Opening\"\n\n"
+        "Lists the scripts (.txt, .md) in the folder DIR, or makes, copies and "
+        "names them. Nothing is\never written over. A search that finds nothing "
+        "ends with status 1.");
     command.require_subcommand(0, 1);
     command.add_option("DIR", arguments->directory, "the folder")->required();
     command.add_option("--search", arguments->search, "only what has this in its name");
@@ -152,10 +161,12 @@ void addLibraryCommand(CLI::App& app, ExitStatus& exit) {
     });
 
     CLI::App* const create = command.add_subcommand("new", "Makes an empty script.");
-    create->add_option("NAME", arguments->name, "its name")->required();
+    create->add_option("NAME", arguments->name, "its name; one that ends in .md makes such a file")
+        ->required();
     create->add_option("--in", arguments->parent, "the folder of the library that it goes into");
     create->add_flag("--folder", arguments->isFolder, "makes a folder instead");
-    create->callback([arguments] {
+    create->callback([create, arguments] {
+        refuseOptionsBefore(*create);
         const Text name = utf8Argument(arguments->name);
         const std::optional<Text> parent = folderArgument(*arguments);
         const ScriptFolder folder = ScriptFolder::read(arguments->directory);
@@ -165,7 +176,8 @@ void addLibraryCommand(CLI::App& app, ExitStatus& exit) {
 
     CLI::App* const copy = command.add_subcommand("duplicate", "Copies a script or a folder.");
     copy->add_option("ITEM", arguments->item, "its path inside the library")->required();
-    copy->callback([arguments] {
+    copy->callback([copy, arguments] {
+        refuseOptionsBefore(*copy);
         const ScriptFolder folder = ScriptFolder::read(arguments->directory);
         const ScriptItem item = itemOf(folder, utf8Argument(arguments->item));
         say(duplicate(arguments->directory, folder, item));
@@ -174,7 +186,8 @@ void addLibraryCommand(CLI::App& app, ExitStatus& exit) {
     CLI::App* const naming = command.add_subcommand("rename", "Gives a script or folder a name.");
     naming->add_option("ITEM", arguments->item, "its path inside the library")->required();
     naming->add_option("NAME", arguments->name, "its new name")->required();
-    naming->callback([arguments] {
+    naming->callback([naming, arguments] {
+        refuseOptionsBefore(*naming);
         const Text name = utf8Argument(arguments->name);
         const ScriptFolder folder = ScriptFolder::read(arguments->directory);
         const ScriptItem item = itemOf(folder, utf8Argument(arguments->item));

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "tests/varnelle/RunCommand.h"
@@ -65,7 +66,31 @@ TEST_F(LibraryCommand, SearchesNamesWithoutCase) {
     write("Talks/Other.txt", "a");
     EXPECT_EQ(library({"--search", "CAFE\u0301"}).out,
               "Talks/\n  Caf\u00E9 · 1 word · under a minute aloud\n");
-    EXPECT_EQ(library({"--search", "cafe"}).out, "");
+}
+
+TEST_F(LibraryCommand, ASearchThatFindsNothingEndsWith1) {
+    write("Talk.txt", "a");
+    expectText(library({"--search", " "}), "Talk \u00B7 1 word \u00B7 under a minute aloud\n");
+    for (const std::vector<std::string>& form :
+         {std::vector<std::string>{"--search", "keynote"}, {"--json", "--search", "keynote"}}) {
+        const CommandResult result = library(form);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.out, form.size() == 2 ? "" : "{\"items\":[]}\n");
+        EXPECT_EQ(result.error, "");
+    }
+    EXPECT_EQ(library({"--search", "\xFF"}).status, 2) << "no name holds it";
+    fs::remove(root_ / "Talk.txt");
+    EXPECT_EQ(library().status, 0) << "an empty folder is no search";
+    fs::create_symlink("/nowhere", root_ / "gone");
+    EXPECT_EQ(library({"--search", "keynote"}).status, 65) << "it may have been there";
+}
+
+TEST_F(LibraryCommand, OptionsOfTheListAreNotPassedOverSilently) {
+    expectRefusal(library({"--search", "x", "new", "y"}), 2,
+                  "--search: is not for new; the options of that stand behind it");
+    EXPECT_EQ(library({"--json", "duplicate", "y"}).status, 2);
+    EXPECT_EQ(library({"--json", "rename", "y", "z"}).status, 2);
+    EXPECT_TRUE(fs::is_empty(root_));
 }
 
 TEST_F(LibraryCommand, WritesTheTreeAsJson) {
@@ -144,6 +169,43 @@ TEST_F(LibraryCommand, MakesWhatIsNewUnderAFreeName) {
     EXPECT_EQ(library({"new", "\xFF"}).status, 2);
 }
 
+TEST_F(LibraryCommand, AnEndingInANameIsTheFiles) {
+    EXPECT_EQ(library({"new", "Talk.md"}).out, at("Talk.md") + "\n");
+    EXPECT_EQ(library({"new", "talk.txt"}).out, at("talk 2.txt") + "\n");
+    EXPECT_EQ(library({"new", "v1.2"}).out, at("v1.2.txt") + "\n");
+    EXPECT_EQ(library({"rename", "Talk", "Opening.md"}).out, at("Opening.md") + "\n");
+    EXPECT_EQ(library({"rename", "Opening", "Opening.txt"}).out, at("Opening.txt") + "\n");
+    EXPECT_EQ(library({"new", "Folder.md", "--folder"}).out, at("Folder.md") + "\n");
+    EXPECT_EQ(library({"rename", "Folder.md", "Notes.txt"}).out, at("Notes.txt") + "\n");
+}
+
+TEST_F(LibraryCommand, AnItemIsNamedAsTheListOrTheDiskHasIt) {
+    write("Talks/LOUD.TXT", "loud");
+    write("Talks/Both.md", "md");
+    write("Talks/Both.txt", "txt");
+    write("Talks/Both/inside.txt", "in");
+    EXPECT_EQ(library({"rename", "Talks/LOUD", "quiet"}).out, at("Talks/quiet.TXT") + "\n");
+    EXPECT_EQ(library({"rename", "./Talks//quiet.TXT", "low"}).out, at("Talks/low.TXT") + "\n");
+    EXPECT_EQ(library({"new", "x", "--in", "Talks/"}).out, at("Talks/x.txt") + "\n");
+    EXPECT_EQ(library({"duplicate", "Talks/Both"}).out, at("Talks/Both copy") + "\n")
+        << "the folder has no ending to leave out";
+    fs::remove_all(root_ / "Talks/Both");
+    expectRefusal(library({"duplicate", "Talks/Both"}), 66,
+                  "Talks/Both: this is Talks/Both.md or Talks/Both.txt; say which");
+    EXPECT_EQ(library({"duplicate", "Talks/Both.md"}).out, at("Talks/Both copy 2.md") + "\n");
+}
+
+TEST_F(LibraryCommand, NamesThatAreOneTextAreToldByTheirBytes) {
+    const std::string composed = "Caf\u00E9.txt", decomposed = "Cafe\u0301.txt";
+    write(composed, "composed");
+    if (has(decomposed)) GTEST_SKIP() << "this disk holds only one of them";
+    write(decomposed, "decomposed");
+    EXPECT_EQ(library({"rename", composed, "C"}).out, at("C.txt") + "\n");
+    EXPECT_EQ(read("C.txt"), "composed");
+    EXPECT_EQ(library({"rename", "Caf\u00E9", "D"}).out, at("D.txt") + "\n") << "as a text";
+    EXPECT_EQ(read("D.txt"), "decomposed");
+}
+
 TEST_F(LibraryCommand, WhatIsNotListedIsNotWrittenOver) {
     fs::create_directory(root_ / "x.txt");
     const CommandResult result = library({"new", "x"});
@@ -159,6 +221,58 @@ TEST_F(LibraryCommand, DuplicatesScriptsAndFolders) {
     EXPECT_EQ(library({"duplicate", "Talks"}).out, at("Talks copy") + "\n");
     EXPECT_EQ(read("Talks copy/Keynote.md"), "text");
     EXPECT_EQ(library({"duplicate", "nothing"}).status, 66);
+}
+
+TEST_F(LibraryCommand, ACopyIsAsPrivateAsTheOriginal) {
+    write("Diary.txt", "secret");
+    write("Private/Diary.txt", "secret");
+    for (const char* file : {"Diary.txt", "Private/Diary.txt"})
+        fs::permissions(root_ / file, fs::perms::owner_read);
+    fs::permissions(root_ / "Private", fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_EQ(library({"duplicate", "Diary"}).status, 0);
+    EXPECT_EQ(library({"duplicate", "Private"}).status, 0);
+    EXPECT_EQ(fs::status(root_ / "Diary copy.txt").permissions(), fs::perms::owner_read);
+    EXPECT_EQ(fs::status(root_ / "Private copy/Diary.txt").permissions(), fs::perms::owner_read);
+    EXPECT_EQ(fs::status(root_ / "Private copy").permissions(),
+              fs::perms::owner_read | fs::perms::owner_exec);
+    for (const char* folder : {"Private", "Private copy"})  // so that they can be removed
+        fs::permissions(root_ / folder, fs::perms::owner_all);
+}
+
+TEST_F(LibraryCommand, ACopyOfALinkIsACopyOfWhatItLeadsTo) {
+    write("real/Talk.txt", "text");
+    fs::create_directory_symlink("real", root_ / "alias");
+    fs::create_symlink("real/Talk.txt", root_ / "linked.txt");
+    EXPECT_EQ(library({"duplicate", "alias"}).out, at("alias copy") + "\n");
+    EXPECT_EQ(library({"duplicate", "linked"}).out, at("linked copy.txt") + "\n");
+    write("real/Talk.txt", "changed");
+    EXPECT_EQ(read("alias copy/Talk.txt"), "text");
+    EXPECT_EQ(read("linked copy.txt"), "text");
+}
+
+TEST_F(LibraryCommand, WhatCannotBeCopiedIsNamedAndNothingIsLeft) {
+    write("Talks/a/Talk.txt", "text");
+    ASSERT_EQ(mkfifo(at("Talks/a/pipe").c_str(), 0600), 0);
+    expectRefusal(library({"duplicate", "Talks"}), 74,
+                  at("Talks/a/pipe") + ": only files and folders are copied");
+    EXPECT_EQ(std::distance(fs::directory_iterator(root_), {}), 1) << "hidden ones counted";
+}
+
+TEST_F(LibraryCommand, AStandardInputThatIsNoFolderIsNotNamedOne) {
+    expectRefusal(runVarnelle({"library", "-"}), 66, "-: No such file or directory");
+}
+
+TEST_F(LibraryCommand, NoNameSteersTheTerminal) {
+    write("a\x1b[2Jb.txt", "\xFF");
+    write("c\x1b[2Jd/x.txt", "a");
+    fs::create_symlink("/nowhere", root_ / "gone\x1b[2J\n");
+    const std::string list = VARNELLE_PROGRAM " library '" + root_.string() + "'";
+    for (const std::string& verb : {std::string(), std::string(" duplicate 'c\x1b[2Jd'"),
+                                    std::string(" new x --in 'e\x1b[2J'")}) {
+        const CommandResult result = runCommand({"script", "-qec", list + verb, "/dev/null"});
+        EXPECT_NE(result.out.find("[2J"), std::string::npos) << result.out;
+        EXPECT_EQ(result.out.find('\x1b'), std::string::npos) << result.out;
+    }
 }
 
 TEST_F(LibraryCommand, RenamesAndKeepsTheEnding) {
