@@ -54,7 +54,7 @@ Text unique(const Text& name, const std::vector<Text>& existing) {
 }
 
 Text copyNameOf(const Text& name, const std::vector<Text>& existing) {
-    return unique(sanitize(Text(name.utf8() + " copy")), existing);
+    return unique(Text(sanitize(name).utf8() + " copy"), existing);
 }
 
 }  // namespace PrompterCore::LibraryNaming

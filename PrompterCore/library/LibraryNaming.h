@@ -27,7 +27,7 @@ inline constexpr std::int64_t longestName = 120;          ///< user-perceived ch
 /// `longestName`. `existing` is taken as it is.
 [[nodiscard]] Text unique(const Text& name, const std::vector<Text>& existing);
 
-/// The name of a duplicate of `name`: it with " copy" behind it, sanitised and made unique. The
+/// The name of a duplicate of `name`: that, sanitised, with " copy" behind it, made unique. The
 /// longest names have no room for " copy" and are only numbered.
 [[nodiscard]] Text copyNameOf(const Text& name, const std::vector<Text>& existing);
 

@@ -88,9 +88,19 @@ TEST(LibraryNaming, CountsAsFarAsItTakes) {
 TEST(LibraryNaming, ACopyIsCalledOne) {
     EXPECT_EQ(LibraryNaming::copyNameOf("Talk", {"Talk"}), "Talk copy");
     EXPECT_EQ(LibraryNaming::copyNameOf("Talk", {"Talk", "Talk copy"}), "Talk copy 2");
-    EXPECT_EQ(LibraryNaming::copyNameOf("", {}), "copy");
     const Text longest(repeated(120, "x"));
     EXPECT_EQ(LibraryNaming::copyNameOf(longest, {longest}), Text(repeated(120, "x") + " 2"));
+    EXPECT_EQ(LibraryNaming::copyNameOf(longest, {}), longest) << "there is no room for the suffix";
+    EXPECT_EQ(LibraryNaming::copyNameOf(Text(repeated(117, "x")), {}),
+              Text(repeated(117, "x") + " co"));
+}
+
+TEST(LibraryNaming, ANameIsSanitizedBeforeItIsCalledACopy) {
+    EXPECT_EQ(LibraryNaming::copyNameOf("", {}), "Untitled copy");
+    EXPECT_EQ(LibraryNaming::copyNameOf(" ... ", {"untitled COPY"}), "Untitled copy 2");
+    EXPECT_EQ(LibraryNaming::copyNameOf("Talk ", {}), "Talk copy") << "one blank between them";
+    EXPECT_EQ(LibraryNaming::copyNameOf("Talk\n", {}), "Talk copy");
+    EXPECT_EQ(LibraryNaming::copyNameOf(" . .x", {}), "x copy") << "and what is left once more";
 }
 
 TEST(LibraryNaming, ASanitizedNameIsSafe) {
