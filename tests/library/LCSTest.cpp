@@ -84,16 +84,26 @@ std::vector<std::vector<char>> allLists(std::size_t longest) {
     return lists;
 }
 
+// Whether the letters of both lists, one behind the other, first come in the order of the alphabet.
+bool isInOrder(const std::vector<char>& a, const std::vector<char>& b) {
+    char next = 'a';
+    for (const auto* list : {&a, &b})
+        for (const char letter : *list) {
+            if (letter > next) return false;
+            if (letter == next) ++next;
+        }
+    return true;
+}
+
 TEST(LCS, AgreesWithThePlainRecursionOnAllShortLists) {
     const auto lists = allLists(6);
     ASSERT_EQ(lists.size(), 1093U);
     std::int64_t differing = 0;
     for (const auto& a : lists)
         for (const auto& b : lists)
-            // Six against six is where the recursion gets slow: one list of each length is enough
-            // there, chosen by position.
-            if (a.size() + b.size() <= 9 || (&a - &b) % 7 == 0)
-                differing += LCS::diff(a, b) != Reference::plainDiff(a, b) ? 1 : 0;
+            // Which letters they are does not count, only which are equal: other names for them
+            // would be the same lists again, and the recursion is slow.
+            if (isInOrder(a, b)) differing += LCS::diff(a, b) != Reference::plainDiff(a, b) ? 1 : 0;
     EXPECT_EQ(differing, 0);
 }
 
