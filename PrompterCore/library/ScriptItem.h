@@ -26,7 +26,8 @@ struct ScriptItem {
     Text id;    ///< unique; a path: the enclosing folder's id, "/", the item's own last component
     Text name;  ///< shown to the user, searched and sorted by
     Kind kind = Kind::script;
-    std::optional<std::vector<ScriptItem>> children;  ///< absent for scripts; may be for folders
+    /// Absent for scripts; may be for folders.
+    std::optional<std::vector<ScriptItem>> children = std::nullopt;
 
     /// True for a folder, whether it has children or not.
     [[nodiscard]] bool isFolder() const noexcept { return kind == Kind::folder; }

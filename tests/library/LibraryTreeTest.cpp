@@ -32,6 +32,19 @@ const Items library = {
     script("Notes"),
 };
 
+TEST(ScriptItem, DoesWhatItsManualShows) {
+    const ScriptItem item{
+        .id = "Talks",
+        .name = "Talks",
+        .kind = ScriptItem::Kind::folder,
+        .children = {
+            {{.id = "Talks/Keynote", .name = "Keynote", .kind = ScriptItem::Kind::script}}}};
+    EXPECT_TRUE(item.isFolder());
+    ASSERT_EQ(item.children->size(), 1U);
+    EXPECT_FALSE(item.children->front().isFolder());
+    EXPECT_EQ(item.children->front().children, std::nullopt) << "left out, they are absent";
+}
+
 TEST(LibraryTree, FindsTheFirstItemDepthFirst) {
     EXPECT_EQ(LibraryTree::find("Talks/2024/Demo", library), script("Talks/2024/Demo"));
     EXPECT_EQ(LibraryTree::find("Talks", library), library[0]);
