@@ -33,10 +33,10 @@ public:
     template <std::signed_integral Integer>
     PropertyValue(Integer value) : value_(std::int64_t{value}) {}  // NOLINT
     PropertyValue(double value) : value_(value) {}                 // NOLINT
-    PropertyValue(Text value) : value_(std::move(value)) {}        // NOLINT
     PropertyValue(List value) : value_(std::move(value)) {}        // NOLINT
-    template <CharacterPointer Literal>
-    PropertyValue(Literal&& literal) : value_(Text(std::forward<Literal>(literal))) {}  // NOLINT
+    /// A text, or whatever one is made of.
+    template <std::convertible_to<Text> Written>
+    PropertyValue(Written&& text) : value_(Text(std::forward<Written>(text))) {}  // NOLINT
 
     /// The text. Null when the value is of another type.
     [[nodiscard]] const Text* text() const noexcept { return std::get_if<Text>(&value_); }

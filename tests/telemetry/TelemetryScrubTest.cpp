@@ -1,4 +1,6 @@
 #include <concepts>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "PrompterCore/telemetry/TelemetryScrub.h"
@@ -22,6 +24,16 @@ TEST(PropertyValue, KnowsItsType) {
     EXPECT_EQ(PropertyValue("caf\u00E9"), PropertyValue("cafe\u0301"));
     EXPECT_EQ(PropertyValue(PropertyValue::List{1, "a"}),
               PropertyValue(PropertyValue::List{1, "a"}));
+}
+
+TEST(PropertyValue, IsMadeOfEveryKindOfText) {
+    const PropertyMap properties = {{"literal", "x"},
+                                    {"string", std::string("x")},
+                                    {"view", std::string_view("x")},
+                                    {"text", Text("x")}};
+    for (const auto& [key, value] : properties)
+        EXPECT_EQ(value, PropertyValue(Text("x"))) << key;
+    EXPECT_EQ(TelemetryScrub::scrub({}), (PropertyMap{{"$ip", TelemetryScrub::blankAddress}}));
 }
 
 TEST(TelemetryScrub, CutsAVersionDownToItsMajorPart) {
