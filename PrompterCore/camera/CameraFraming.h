@@ -4,14 +4,16 @@
 //
 //   ratio(CameraFraming::portrait);              // 0.5625, width over height
 //   fromRawValue<CameraFraming>("portrait");     // CameraFraming::portrait
+//   fromStored<CameraFraming>(std::nullopt);     // CameraFraming::landscape
 
 #include <string_view>
 
 #include "PrompterCore/support/Enumeration.h"
+#include "PrompterCore/text/StoredSetting.h"
 
 namespace PrompterCore {
 
-/// Lying or upright.
+/// Lying or upright. A setting; the first is what counts where nothing is stored.
 enum class CameraFraming { landscape, portrait };
 
 template <>
@@ -26,6 +28,7 @@ struct Enumeration<CameraFraming> {
         {CameraFraming::landscape, "landscape", "landscape", "Landscape", 16.0 / 9.0, false},
         {CameraFraming::portrait, "portrait", "portrait", "Portrait", 9.0 / 16.0, true},
     };
+    static constexpr bool isSetting = true;
 };
 
 /// Width over height.

@@ -18,8 +18,8 @@
 namespace PrompterCore::FrameSize {
 
 /// Each side is an even number of at least 2, as video encoders need it, so that it may exceed the
-/// sensor's by 1. `sensor` itself unless both its sides are above 0. Agrees with
-/// CameraResolution::framed.
+/// sensor's: by 1 where that is a whole number. `sensor` itself unless both its sides are above 0.
+/// Agrees with CameraResolution::framed.
 [[nodiscard]] Size cropping(const Size& sensor, CameraFraming framing) noexcept;
 
 /// How far the crop can slide, 0 at least.

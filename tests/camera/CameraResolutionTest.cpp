@@ -172,6 +172,13 @@ TEST(CameraFraming, HasTheShapesOfItsTable) {
     EXPECT_EQ(fromRawValue<CameraFraming>("portrait "), std::nullopt);
 }
 
+TEST(CameraFraming, WhatCannotBeReadIsLandscape) {
+    EXPECT_EQ(fromStored<CameraFraming>("portrait"), portrait);
+    EXPECT_EQ(fromStored<CameraFraming>("Portrait"), landscape);
+    EXPECT_EQ(fromStored<CameraFraming>(""), landscape);
+    EXPECT_EQ(fromStored<CameraFraming>(std::nullopt), landscape);
+}
+
 TEST(CameraRotation, HasTheTurnsOfItsTable) {
     std::int64_t position = 0;
     for (const CameraRotation rotation : allCases<CameraRotation>) {
