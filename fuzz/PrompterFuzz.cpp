@@ -99,7 +99,7 @@ void checkChapters(const Script& script, const Lines& lines, std::int64_t cursor
 
 // The calls, on the script's own lines.
 void moveThrough(const Script& script, const Lines& lines, double threshold, Bytes calls) {
-    ScrollStepper stepper(threshold);
+    ScrollStepper stepper{.threshold = threshold};
     std::int64_t cursor = -1;
     while (!calls.isEmpty()) {
         const std::uint8_t call = calls.next();

@@ -62,8 +62,7 @@ private:
             {.text = std::string_view(filled_).substr(static_cast<std::size_t>(indent_)),
              .tokenRange = TokenRange(first.tokenRange.lower(), last.tokenRange.upper()),
              .wordRange = WordRange(firstWord_, nextWord_),
-             .indent = indent_,
-             .heading = std::nullopt});
+             .indent = indent_});
         firstWord_ = nextWord_;
     }
 
@@ -90,8 +89,7 @@ private:
             lines_.push_back({.text = {},
                               .tokenRange = TokenRange::emptyAt(token),
                               .wordRange = WordRange::emptyAt(nextWord_),
-                              .indent = 0,
-                              .heading = std::nullopt});
+                              .indent = 0});
         }
     }
 

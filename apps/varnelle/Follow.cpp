@@ -247,7 +247,7 @@ private:
     std::unique_ptr<Display> display_;
     Screen* screen_ = nullptr;  // the display's; null unless it is one
     ReadThrough reading_;
-    ScrollStepper wheel_{wheelRowsPerLine};
+    ScrollStepper wheel_{.threshold = wheelRowsPerLine};
     double now_ = 0;
     Frame last_;
     bool isPaused_ = false;

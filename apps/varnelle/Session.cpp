@@ -148,7 +148,7 @@ private:
     TakeRecorder recorder_;
     const std::size_t blockSize_;
     std::vector<float> pending_;  // read, and still to be heard
-    ScrollStepper wheel_{wheelRowsPerLine};
+    ScrollStepper wheel_{.threshold = wheelRowsPerLine};
     bool isLive_ = false;  // the sound has had to be waited for
     bool hasQuit_ = false;
     bool wasInterrupted_ = false;

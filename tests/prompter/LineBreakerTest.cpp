@@ -39,6 +39,14 @@ TEST(LineBreaker, DoesWhatItsManualShows) {
     EXPECT_EQ(LineBreaker::lineIndexFor(2.5, lines), 2.0);
 }
 
+TEST(PromptLine, IsWrittenAsItsManualShows) {
+    const PromptLine line{
+        .text = "Good evening", .tokenRange = TokenRange(4, 6), .wordRange = WordRange(4, 6)};
+    EXPECT_FALSE(line.isBlank());
+    EXPECT_EQ(line.indent, 0);
+    EXPECT_EQ(line.heading, std::nullopt);
+}
+
 TEST(LineBreaker, EverythingButWordsIsALineToo) {
     struct Case {
         const char* what;
@@ -67,6 +75,10 @@ TEST(LineBreaker, EverythingButWordsIsALineToo) {
          "\n\nHello",
          40,
          {blankLine(0, 0), textLine("Hello", TokenRange(0, 1), WordRange(0, 1))}},
+        {"one line break before the first word",
+         "\nHello",
+         40,
+         {textLine("Hello", TokenRange(0, 1), WordRange(0, 1))}},
         {"a heading right above its text",
          "# Intro\nHello",
          40,

@@ -31,11 +31,7 @@ inline std::vector<PromptLine> linesOf(Text text, double width) {
 
 /// A line with words. Where only tokens matter, the words are numbered like them.
 inline PromptLine textLine(Text text, TokenRange tokens, WordRange words, std::int64_t indent = 0) {
-    return {.text = std::move(text),
-            .tokenRange = tokens,
-            .wordRange = words,
-            .indent = indent,
-            .heading = std::nullopt};
+    return {.text = std::move(text), .tokenRange = tokens, .wordRange = words, .indent = indent};
 }
 
 inline PromptLine textLine(std::int64_t lower, std::int64_t upper) {
@@ -51,8 +47,7 @@ inline PromptLine blankLine(std::int64_t token, std::int64_t word) {
     return {.text = {},
             .tokenRange = TokenRange::emptyAt(token),
             .wordRange = WordRange::emptyAt(word),
-            .indent = 0,
-            .heading = std::nullopt};
+            .indent = 0};
 }
 
 inline PromptLine blankLine(std::int64_t token) { return blankLine(token, token); }

@@ -17,7 +17,16 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 static_assert(std::copyable<ScrollStepper> && std::equality_comparable<ScrollStepper>);
 static_assert(!std::convertible_to<double, ScrollStepper>);
+static_assert(!std::default_initializable<ScrollStepper>);
 static_assert(noexcept(std::declval<ScrollStepper&>().add(1)));
+
+TEST(ScrollStepper, DoesWhatItsManualShows) {
+    ScrollStepper stepper{.threshold = 10};
+    EXPECT_EQ(stepper.add(4), 0);
+    EXPECT_EQ(stepper.add(7), 1);
+    EXPECT_EQ(stepper.add(-3), 0);
+    EXPECT_EQ(stepper.pending, -3);
+}
 
 TEST(ScrollStepper, KeepsTheRemainderUntilTheDirectionChanges) {
     struct Case {
@@ -34,7 +43,7 @@ TEST(ScrollStepper, KeepsTheRemainderUntilTheDirectionChanges) {
         {"exactly a step", -2, -1, 0},
         {"from nothing pending either way", 30, 3, 0},
     };
-    ScrollStepper stepper(10);
+    ScrollStepper stepper{.threshold = 10};
     EXPECT_EQ(stepper.pending, 0);
     for (const auto& [what, delta, steps, pending] : cases) {
         SCOPED_TRACE(what);
@@ -45,7 +54,7 @@ TEST(ScrollStepper, KeepsTheRemainderUntilTheDirectionChanges) {
 
 TEST(ScrollStepper, NoMoveDropsAPositiveRemainderAndKeepsANegativeOne) {
     for (const double nothing : {0.0, -0.0}) {
-        ScrollStepper stepper(10);
+        ScrollStepper stepper{.threshold = 10};
         stepper.pending = 4;
         EXPECT_EQ(stepper.add(nothing), 0);
         EXPECT_EQ(stepper.pending, 0);
@@ -56,19 +65,19 @@ TEST(ScrollStepper, NoMoveDropsAPositiveRemainderAndKeepsANegativeOne) {
 }
 
 TEST(ScrollStepper, NegativeThresholdTurnsTheStepsAround) {
-    ScrollStepper stepper(-10);
+    ScrollStepper stepper{.threshold = -10};
     EXPECT_EQ(stepper.add(25), -2);
     EXPECT_EQ(stepper.pending, 5);
 }
 
 TEST(ScrollStepper, ThresholdWithoutEndNeverSteps) {
-    ScrollStepper stepper(infinity);
+    ScrollStepper stepper{.threshold = infinity};
     EXPECT_EQ(stepper.add(25), 0);
     EXPECT_TRUE(std::isnan(stepper.pending)) << "infinity times no steps";
 }
 
 TEST(ScrollStepper, IsAValue) {
-    ScrollStepper stepper(10);
+    ScrollStepper stepper{.threshold = 10};
     stepper.add(4);
     ScrollStepper other = stepper;
     EXPECT_EQ(other, stepper);
@@ -82,7 +91,7 @@ TEST(ScrollStepper, StepsAndRemainderAddUpToWhatWasScrolled) {
         [](const std::vector<std::uint8_t>& quarters) {
             const double direction = *rc::gen::element(-1.0, 1.0);
             const double threshold = *rc::gen::inRange(1, 100) / 4.0;
-            ScrollStepper stepper(threshold);
+            ScrollStepper stepper{.threshold = threshold};
             double scrolled = 0;
             std::int64_t steps = 0;
             for (const std::uint8_t quarter : quarters) {
@@ -99,7 +108,8 @@ TEST(ScrollStepper, StepsAndRemainderAddUpToWhatWasScrolled) {
 
 TEST(ScrollStepper, TurningBackStartsAnew) {
     Tests::forAll([](std::uint8_t down, std::uint8_t up) {
-        ScrollStepper stepper(7), fresh(7);
+        ScrollStepper stepper{.threshold = 7};
+        ScrollStepper fresh = stepper;
         stepper.add(down + 1.0);
         RC_ASSERT(stepper.add(-up - 1.0) == fresh.add(-up - 1.0));
         RC_ASSERT(stepper == fresh);
@@ -108,22 +118,22 @@ TEST(ScrollStepper, TurningBackStartsAnew) {
 
 TEST(ScrollStepperDeathTest, StepsThatDoNotFitStopTheProgram) {
     const char* const rule = "a whole number fits 64 bits";
-    EXPECT_DEATH(ScrollStepper(0).add(0), rule);
-    EXPECT_DEATH(ScrollStepper(0).add(1), rule);
-    EXPECT_DEATH(ScrollStepper(-0.0).add(1), rule);
-    EXPECT_DEATH(ScrollStepper(std::nan("")).add(1), rule);
-    EXPECT_DEATH(ScrollStepper(10).add(infinity), rule);
-    EXPECT_DEATH(ScrollStepper(10).add(-infinity), rule);
-    EXPECT_DEATH(ScrollStepper(10).add(std::nan("")), rule);
-    EXPECT_DEATH(ScrollStepper(infinity).add(infinity), rule);
+    EXPECT_DEATH(ScrollStepper{.threshold = 0}.add(0), rule);
+    EXPECT_DEATH(ScrollStepper{.threshold = 0}.add(1), rule);
+    EXPECT_DEATH(ScrollStepper{.threshold = -0.0}.add(1), rule);
+    EXPECT_DEATH(ScrollStepper{.threshold = std::nan("")}.add(1), rule);
+    EXPECT_DEATH(ScrollStepper{.threshold = 10}.add(infinity), rule);
+    EXPECT_DEATH(ScrollStepper{.threshold = 10}.add(-infinity), rule);
+    EXPECT_DEATH(ScrollStepper{.threshold = 10}.add(std::nan("")), rule);
+    EXPECT_DEATH(ScrollStepper{.threshold = infinity}.add(infinity), rule);
     // Both finite, their quotient too large.
-    EXPECT_DEATH(ScrollStepper(1).add(0x1p63), rule);
-    EXPECT_DEATH(ScrollStepper(1e-300).add(1e300), rule);
-    EXPECT_EQ(ScrollStepper(1).add(-0x1p63), std::numeric_limits<std::int64_t>::min());
+    EXPECT_DEATH(ScrollStepper{.threshold = 1}.add(0x1p63), rule);
+    EXPECT_DEATH(ScrollStepper{.threshold = 1e-300}.add(1e300), rule);
+    EXPECT_EQ(ScrollStepper{.threshold = 1}.add(-0x1p63), std::numeric_limits<std::int64_t>::min());
 }
 
 TEST(ScrollStepper, NeverAllocates) {
-    ScrollStepper stepper(10);
+    ScrollStepper stepper{.threshold = 10};
     EXPECT_EQ(Tests::allocationsDuring([&] { stepper.add(25); }), 0);
 }
 
