@@ -35,9 +35,10 @@ struct LineBreaker {
 
     /// The script's lines, filled word by word; a word is never split, one wider than the column
     /// stands alone. A line exactly as wide as the column fits. A line of the script keeps its
-    /// indentation on all its prompter lines. Blank lines stay, save three kinds: those in front of
-    /// a heading that comes first, those between a text and a heading with more text below it, and
-    /// those at the end. (A heading behind the last text does keep the blank lines in front of it.)
+    /// indentation on all its prompter lines. Blank lines stay, save four kinds: the first of those
+    /// at the very beginning, all of them where a heading follows, those between a text and a
+    /// heading with more text below it, and those at the end. (A heading behind the last text does
+    /// keep the blank lines in front of it.)
     ///
     /// `measure` is called once for each word that could go on a line already begun, with the
     /// indentation as spaces, that line's words and this word. Stops the program when `measure`
