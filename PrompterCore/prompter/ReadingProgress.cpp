@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -21,22 +22,26 @@ std::vector<PromptLine> linesOfTheText(const Script& script) {
         .linesFor(script);
 }
 
+// The word with the token `cursor`, by index. The words' token ranges follow one another without
+// gaps, so that the first one that ends behind the cursor is the only one that can hold it.
+std::optional<std::int64_t> wordHolding(std::int64_t cursor, const std::vector<ScriptWord>& words) {
+    const auto word = std::partition_point(
+        words.begin(), words.end(),
+        [cursor](const ScriptWord& before) { return before.tokenRange.upper() <= cursor; });
+    if (word == words.end() || !word->tokenRange.contains(cursor)) return std::nullopt;
+    return word - words.begin();
+}
+
 }  // namespace
 
 ReadingProgress::ReadingProgress(const Script& script, std::int64_t cursor,
                                  std::span<const PromptLine> lines) {
-    const std::vector<ScriptWord>& words = script.words();
-    const auto current = std::ranges::find_if(
-        words, [cursor](const ScriptWord& word) { return word.tokenRange.contains(cursor); });
-    std::int64_t begun = 0;  // script lines so far
-    for (auto word = words.begin(); word != words.end(); ++word) {
-        if (word == words.begin() || word->breaksBefore >= 1) ++begun;
-        if (word == current) line = begun;
+    const std::vector<std::int64_t>& firstWords = script.lineFirstWords();
+    lineCount = std::max<std::int64_t>(signedCount(firstWords.size()), 1);
+    if (const std::optional<std::int64_t> word = wordHolding(cursor, script.words())) {
+        line = std::ranges::upper_bound(firstWords, *word) - firstWords.begin();
+        fraction = static_cast<double>(*word + 1) / static_cast<double>(script.words().size());
     }
-    lineCount = std::max<std::int64_t>(begun, 1);
-    if (current != words.end())
-        fraction =
-            static_cast<double>(current - words.begin() + 1) / static_cast<double>(words.size());
 
     std::vector<PromptLine> own;
     if (lines.empty()) lines = own = linesOfTheText(script);

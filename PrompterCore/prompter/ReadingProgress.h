@@ -23,7 +23,8 @@ namespace PrompterCore {
 struct ReadingProgress {
     /// Of a cursor on no word, as before the first, `line` is 1 and `fraction` 0; its paragraph is
     /// the one that holds token 0 or, past the end, the first. Without `lines` each line of the
-    /// script counts as one prompter line. O(n) in words and lines.
+    /// script counts as one prompter line, and those are laid out anew in O(n) in words. With
+    /// `lines` O(log n) in words and O(n) in lines.
     ReadingProgress(const Script& script, std::int64_t cursor, std::span<const PromptLine> lines);
 
     std::int64_t paragraph = 1;           ///< the block of consecutive prompter lines with text

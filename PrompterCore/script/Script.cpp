@@ -118,6 +118,7 @@ public:
         : contents_{.characters = Characters(std::move(text)),
                     .tokens = {},
                     .words = {},
+                    .lineFirstWords = {},
                     .headings = {},
                     .utf16Offsets = {}},
           characters_(contents_.characters) {
@@ -192,6 +193,8 @@ private:
             });
         };
         takeSpokenForms(written, WordTaker(addToken));
+        const std::int64_t word = signedCount(contents_.words.size());
+        if (word == 0 || breaks_ >= 1) contents_.lineFirstWords.push_back(word);
         addInPlace(contents_.words, [&] {
             return ScriptWord{.text = Text(WellFormed{written}),
                               .tokenRange = TokenRange(firstToken, signedCount(tokens.size())),

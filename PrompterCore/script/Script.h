@@ -89,6 +89,11 @@ public:
     }
     /// All words outside heading lines, in text order.
     [[nodiscard]] const std::vector<ScriptWord>& words() const noexcept { return contents_->words; }
+    /// The words that begin a line of the text, by index: the first one, and each behind a line
+    /// break.
+    [[nodiscard]] const std::vector<std::int64_t>& lineFirstWords() const noexcept {
+        return contents_->lineFirstWords;
+    }
     /// All heading lines, in text order.
     [[nodiscard]] const std::vector<ScriptHeading>& headings() const noexcept {
         return contents_->headings;
@@ -126,6 +131,7 @@ private:
         Characters characters;
         std::vector<ScriptToken> tokens;
         std::vector<ScriptWord> words;
+        std::vector<std::int64_t> lineFirstWords;  // a display asks for line numbers on every frame
         std::vector<ScriptHeading> headings;
         Utf16Offsets utf16Offsets;
 

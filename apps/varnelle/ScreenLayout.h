@@ -87,7 +87,7 @@ inline constexpr std::int64_t widestText = 60;
 /// otherwise the scrolling text: the line position being read stands at the eye row, take bar or
 /// not; a line that is wider than the column goes on in the rows below it. The text before the last
 /// heard token is read. Empty for a screen without rows or columns. O(size of the screen) beside
-/// the length of the lines in it.
+/// the length of the lines in it; the panel and the status line look at every line's ranges, too.
 [[nodiscard]] std::vector<ScreenSpan> spansOf(const ScreenView& view, ScreenSize size);
 
 }  // namespace ScreenLayout

@@ -1,10 +1,12 @@
 #include <concepts>
 #include <limits>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "PrompterCore/prompter/ReadingProgress.h"
 #include "tests/prompter/Lines.h"
+#include "tests/reference/PlainPrompter.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 
@@ -105,6 +107,51 @@ TEST(ReadingProgress, LinesOfAnotherScriptAreTakenAsTheyAre) {
     odd.tokenRange = TokenRange(1, 2);
     const std::vector<PromptLine> behind{textLine(0, 1), odd};
     expectProgress(ReadingProgress(script, 1, behind), {1, 1, 1, 2, 1, 1});
+}
+
+TEST(ReadingProgress, LineIsCountedInTheSourceText) {
+    const Script script("a b\r\nc\r\n\r\n# Title\r\nd\u2028\u05D0 \u05D1");
+    struct Case {
+        std::int64_t cursor, line;
+        double fraction;
+    };
+    for (const auto& [cursor, line, fraction] :
+         {Case{0, 1, 1.0 / 6}, Case{1, 1, 2.0 / 6}, Case{2, 2, 0.5}, Case{3, 3, 4.0 / 6},
+          Case{4, 4, 5.0 / 6}, Case{5, 4, 1}}) {
+        SCOPED_TRACE(cursor);
+        const ReadingProgress progress(script, cursor, {});
+        EXPECT_EQ(progress.line, line);
+        EXPECT_EQ(progress.lineCount, 4);
+        EXPECT_EQ(progress.fraction, fraction);
+    }
+}
+
+TEST(ReadingProgress, IsWhatCountingEveryWordAndLineGives) {
+    Tests::forAll(
+        [] {
+            const Script script(*Tests::textOver({"a ", "- ", "don't ", "42 ", "\n", "\n\n", "\r\n",
+                                                  "\n# One\n", "    b ", "\u05D0\u05D1 "}));
+            const auto tokens = signedCount(script.tokens().size());
+            // Laid out in one line for each of the script's, as when no lines are given.
+            const std::vector<PromptLine> whole = Tests::linesOf(script, 1e9);
+            const std::vector<PromptLine> lines = Tests::linesOf(script, *rc::gen::inRange(1, 12));
+            const auto expectPlain = [&](std::int64_t cursor, std::span<const PromptLine> given,
+                                         const std::vector<PromptLine>& counted) {
+                const ReadingProgress found(script, cursor, given);
+                const Plain::PlainProgress expected = Plain::progress(script, cursor, counted);
+                RC_ASSERT(found.paragraph == expected.paragraph);
+                RC_ASSERT(found.line == expected.line);
+                RC_ASSERT(found.lineCount == expected.lineCount);
+                RC_ASSERT(found.paragraphLine == expected.paragraphLine);
+                RC_ASSERT(found.paragraphLineCount == expected.paragraphLineCount);
+                RC_ASSERT(found.fraction == expected.fraction);
+            };
+            for (std::int64_t cursor = -2; cursor <= tokens + 1; ++cursor) {
+                expectPlain(cursor, {}, whole);
+                expectPlain(cursor, lines, lines);
+            }
+        },
+        500);
 }
 
 TEST(ReadingProgress, StaysWithinItsBoundsAndNeverGoesBack) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "PrompterCore/prompter/PromptLine.h"
+#include "PrompterCore/script/Script.h"
 
 namespace PrompterCore::Plain {
 
@@ -88,6 +89,47 @@ inline MaybeIndex paragraphStart(std::int64_t step, std::int64_t cursor, const L
         clampedSum(static_cast<std::int64_t>(place) + own, step, starts.size());
     const std::int64_t start = starts[static_cast<std::size_t>(target)];
     return start == token ? MaybeIndex{} : MaybeIndex{start};
+}
+
+/// Where a cursor stands, as paragraph, line, line count, paragraph line, paragraph line count, and
+/// the share of the words read. `lines` are in token order.
+struct PlainProgress {
+    std::int64_t paragraph = 1, line = 1, lineCount = 0, paragraphLine = 1, paragraphLineCount = 1;
+    double fraction = 0;
+};
+
+inline PlainProgress progress(const Script& script, std::int64_t cursor, const Lines& lines) {
+    PlainProgress progress;
+    std::int64_t index = 0;
+    bool found = false;
+    for (const ScriptWord& word : script.words()) {
+        if (index++ == 0 || word.breaksBefore >= 1) ++progress.lineCount;
+        if (found || !word.tokenRange.contains(cursor)) continue;
+        found = true;
+        progress.line = progress.lineCount;
+        progress.fraction = static_cast<double>(index) / static_cast<double>(script.words().size());
+    }
+    progress.lineCount = std::max<std::int64_t>(progress.lineCount, 1);
+
+    struct Block {
+        std::int64_t from, to;
+    };
+    std::vector<Block> blocks;
+    for (std::int64_t i = 0; i < static_cast<std::int64_t>(lines.size()); ++i) {
+        if (lines[static_cast<std::size_t>(i)].isBlank()) continue;
+        if (blocks.empty() || blocks.back().to < i) blocks.push_back({i, i});
+        blocks.back().to = i + 1;
+    }
+    if (blocks.empty()) return progress;
+    const std::int64_t shown =
+        lineContaining(std::max<std::int64_t>(cursor, 0), lines).value_or(blocks.front().from);
+    std::size_t b = 0;
+    while (b + 1 < blocks.size() && blocks[b].to <= shown)
+        ++b;
+    progress.paragraph = static_cast<std::int64_t>(b) + 1;
+    progress.paragraphLine = std::max(shown, blocks[b].from) - blocks[b].from + 1;
+    progress.paragraphLineCount = blocks[b].to - blocks[b].from;
+    return progress;
 }
 
 }  // namespace PrompterCore::Plain

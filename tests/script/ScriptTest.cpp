@@ -39,6 +39,7 @@ TEST(Script, OfTheEmptyTextHasNothing) {
     EXPECT_EQ(script.characters().count(), 0);
     EXPECT_TRUE(script.tokens().empty());
     EXPECT_TRUE(script.words().empty());
+    EXPECT_TRUE(script.lineFirstWords().empty());
     EXPECT_TRUE(script.headings().empty());
     EXPECT_EQ(Tests::offsets(script), Offsets{0});
     EXPECT_TRUE(script.isEmpty());
@@ -119,6 +120,29 @@ TEST(Script, IndentAndBreaksCountFromTheStartOfTheText) {
     EXPECT_EQ(Script("\n\n a").words()[0].breaksBefore, 2);
     EXPECT_EQ(Script("\n\n a").words()[0].indent, 1);
     EXPECT_EQ(Script("# x\n  a").words()[0].indent, 2);
+}
+
+TEST(Script, ALineBeginsWithTheFirstWordBehindABreak) {
+    struct Case {
+        const char* what;
+        const char* text;
+        std::vector<std::int64_t> lineFirstWords;
+    };
+    const Case cases[] = {
+        {"no words", "# Title\n\n", {}},
+        {"one line", "a b c", {0}},
+        {"the first word, behind breaks or not", "\n\na b", {0}},
+        {"a line break", "a b\nc", {0, 2}},
+        {"blank lines begin none", "a\n \n\nb", {0, 1}},
+        {"carriage return, line feed", "a\r\nb\r\n\r\nc", {0, 1, 2}},
+        {"a heading line begins none", "a\n# Title\nb c", {0, 1}},
+        {"words that are not spoken count", "-\n- a\nb", {0, 1, 3}},
+        {"from right to left", "\u0634\u0644\u0648\u0645 \u05D0\u2028\u05D1", {0, 2}},
+    };
+    for (const auto& [what, text, lineFirstWords] : cases) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(Script(text).lineFirstWords(), lineFirstWords);
+    }
 }
 
 TEST(Script, ALineBreakIsOneCharacter) {
