@@ -41,6 +41,20 @@ public:
             get_column_width());
         return out.str();
     }
+
+    // What a command takes stands in front of its sub-commands.
+    std::string make_usage(const CLI::App* command, std::string /*name*/) const override {
+        std::string name = command->get_name();
+        for (const CLI::App* around = command->get_parent(); around != nullptr;
+             around = around->get_parent()) {
+            std::string before = around->get_name();
+            for (const CLI::Option* const option : around->get_options()) {
+                if (option->get_positional()) before += " " + option->get_name(true);
+            }
+            name = before + " " + name;
+        }
+        return CLI::Formatter::make_usage(command, name);
+    }
 };
 
 int status(ExitStatus exit) { return static_cast<int>(exit); }
@@ -57,10 +71,17 @@ std::string whatIsWrong(const CLI::App& app, const CLI::Error& error) {
         error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError))
         return "secret takes one SERVICE; the value comes from standard input, never as an "
                "argument";
-    if (!app.get_subcommands().empty()) return error.what();
-    const std::vector<std::string> rest = app.remaining();
-    return (rest.empty() ? "a sub-command is missing" : rest.front() + " is no sub-command") +
-           "; varnelle --help shows them";
+    const CLI::App* command = &app;
+    std::string name = "varnelle";
+    while (!command->get_subcommands().empty()) {
+        command = command->get_subcommands().front();
+        name += " " + command->get_name();
+    }
+    if (command != &app && command->get_require_subcommand_min() == 0) return error.what();
+    const std::vector<std::string> rest = command->remaining();
+    return (rest.empty() || command == &secret ? "a sub-command is missing"
+                                               : rest.front() + " is no sub-command") +
+           "; " + name + " --help shows them";
 }
 
 int run(int argc, char** argv) {

@@ -43,6 +43,11 @@ TEST(ExitStatus, WrongUsageIs2) {
         {{}, "a sub-command is missing; varnelle --help shows them"},
         {{"read"}, "read is no sub-command; varnelle --help shows them"},
         {{"--loud"}, "--loud is no sub-command; varnelle --help shows them"},
+        {{"colours"}, "a sub-command is missing; varnelle colours --help shows them"},
+        {{"colours", "mix"}, "mix is no sub-command; varnelle colours --help shows them"},
+        {{"secret"}, "a sub-command is missing; varnelle secret --help shows them"},
+        // It may be one.
+        {{"secret", "hunter2"}, "a sub-command is missing; varnelle secret --help shows them"},
         {{"script"}, "SCRIPT is required"},
         {{"script", script, "--loud"}, "The following argument was not expected: --loud"},
         {{"script", script, script}, "The following argument was not expected: " + script},
@@ -262,6 +267,26 @@ TEST(Help, BeginsWithExamplesForEachCommand) {
         EXPECT_TRUE(one.out.starts_with("Examples:\n  varnelle " + command)) << one.out;
         EXPECT_NE(one.out.find("Usage: varnelle " + command), std::string::npos) << one.out;
         EXPECT_NE(all.out.find("\n  " + command + "  "), std::string::npos) << all.out;
+    }
+}
+
+TEST(Help, UsageNamesWhatStandsInFrontOfASubcommand) {
+    struct Case {
+        Arguments arguments;
+        const char* usage;
+    };
+    const Case cases[] = {
+        {{"library", "x", "new"}, "Usage: varnelle library DIR new [OPTIONS] NAME\n"},
+        {{"colours", "presets", "x", "remove"},
+         "Usage: varnelle colours presets FILE remove [OPTIONS] PRESET\n"},
+        {{"secret", "get"}, "Usage: varnelle secret get [OPTIONS] SERVICE\n"},
+        {{"diff"}, "Usage: varnelle diff [OPTIONS] OLD NEW\n"},
+    };
+    for (const auto& [arguments, usage] : cases) {
+        Arguments asked = arguments;
+        asked.emplace_back("--help");
+        const CommandResult help = runVarnelle(asked);
+        EXPECT_NE(help.out.find(usage), std::string::npos) << help.out;
     }
 }
 
