@@ -56,7 +56,8 @@ void showMenu(const MenuArguments& arguments) {
 
 void drawPreview(const PreviewArguments& arguments) {
     const std::string picture = previewPicture(arguments.scene);
-    if (arguments.output != "-") {
+    // The one name of standard output that everybody knows is no file to replace.
+    if (arguments.output != "-" && arguments.output != "/dev/stdout") {
         writeFile(arguments.output, picture);
         return;
     }
@@ -129,8 +130,10 @@ void addMenuOptions(CLI::App& command, MenuArguments& arguments) {
             arguments.wishes.resolution = resolution("--prefer", written);
         },
         "the resolution chosen before, such as 1920x1080");
-    command.add_option("--prefer-rate", arguments.wishes.frameRate,
-                       "the frames per second chosen before");
+    command
+        .add_option("--prefer-rate", arguments.wishes.frameRate,
+                    "the frames per second chosen before")
+        ->check(numberBetween<std::int64_t>(1, 100'000));
     command.add_flag("--json", arguments.json, "as JSON");
 }
 

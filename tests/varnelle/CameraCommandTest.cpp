@@ -105,6 +105,7 @@ TEST(CameraCommand, RefusesWhatItCannotUseInOneSentence) {
                                                {"--rotation", "right"},
                                                {"--prefer", "1920"},
                                                {"--prefer", "1920 \u00D7 1080"},
+                                               {"--prefer-rate", "0"},
                                                {"--prefer-rate", "fast"}}) {
         const CommandResult result = camera(wrong);
         EXPECT_EQ(result.status, 2) << wrong[1];
@@ -142,6 +143,11 @@ TEST(CameraPreviewCommand, OptionsOfTheMenuAreNotPassedOverSilently) {
     const CommandResult result = runVarnelle({"camera", "--framing", "portrait", "preview"});
     expectRefusal(result, 2, "--framing: is not for preview; the options of that stand behind it");
     EXPECT_EQ(runVarnelle({"camera", "--formats", "-", "preview"}).status, 2);
+}
+
+TEST(CameraPreviewCommand, StandardOutputMayBeCalledByItsName) {
+    expectText(runVarnelle({"camera", "preview", "-o", "/dev/stdout"}),
+               runVarnelle({"camera", "preview", "-o", "-"}).out);
 }
 
 // Beside the drawing there is no place for it: the picture would end before the number does.
