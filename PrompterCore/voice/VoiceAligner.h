@@ -47,7 +47,8 @@ public:
     /// or when the best score is below `acceptScore` or NaN.
     /// Stops the program unless `tailLength` is not negative and, once there is something to
     /// search, `cursor() - lookBehind` and `cursor() + lookAhead` fit 64 bits.
-    /// O(window x tail), whatever the script's and the list's length.
+    /// O(window x tail), whatever the script's length; of `words` only so many are looked at, from
+    /// the newest back, as fill the tail.
     std::optional<Alignment> observe(std::span<const Text> words);
 
     /// The same script, cursor and configuration.
