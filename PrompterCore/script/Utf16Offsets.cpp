@@ -1,38 +1,27 @@
 #include "PrompterCore/script/Utf16Offsets.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "PrompterCore/text/Utf8.h"
 
 namespace PrompterCore {
 
-namespace {
-
-std::int64_t utf16Length(std::string_view character) noexcept {
-    std::size_t end = 0;
-    const char32_t first = Utf8::next(character, end);
-    // Nearly every character has one code point.
-    if (end == character.size()) return first < 0x10000 ? 1 : 2;
-    return Utf8::utf16Length(character);
-}
-
-}  // namespace
-
 Utf16Offsets::Utf16Offsets(const Characters& characters) : characters_(characters.count()) {
-    const std::string_view bytes = characters.text().utf8();
     // A character has at least one unit: as many units as characters are one each.
-    if (Utf8::utf16Length(bytes) == characters_) return;
+    if (Utf8::utf16Length(characters.text().utf8()) == characters_) return;
     offsets_.reserve(static_cast<std::size_t>(characters_) + 1);
     std::int64_t offset = 0;
-    std::size_t start = 0;
-    for (std::int64_t i = 1; i <= characters_; ++i) {
-        const std::size_t end = characters.byteOffset(i);
+    for (const Character character : characters) {
         offsets_.push_back(offset);
-        offset += utf16Length(bytes.substr(start, end - start));
-        start = end;
+        offset += character.utf16Length();
     }
     offsets_.push_back(offset);
+}
+
+Utf16Offsets::operator std::vector<std::int64_t>() const { return {begin(), end()}; }
+
+bool operator==(const Utf16Offsets& offsets, const std::vector<std::int64_t>& list) {
+    return std::ranges::equal(offsets, list);
 }
 
 std::int64_t Utf16Offsets::lastAtOrBefore(std::int64_t offset) const noexcept {

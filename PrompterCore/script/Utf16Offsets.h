@@ -3,8 +3,9 @@
 // Where each character of a text starts, in UTF-16 code units: a list with access in O(1).
 //
 //   Utf16Offsets offsets(Characters(Text("a\U0001F600b")));
-//   offsets[2];                          // 3: the emoji takes two units
-//   offsets.lastAtOrBefore(2);           // 1: the emoji is the character at offset 2
+//   offsets[2];                                           // 3: the emoji takes two units
+//   offsets == std::vector<std::int64_t>{0, 1, 3, 4};     // true
+//   offsets.lastAtOrBefore(2);                            // 1: the emoji, at offset 2
 
 #include <cstddef>
 #include <cstdint>
@@ -12,16 +13,21 @@
 #include <utility>
 #include <vector>
 
-#include "PrompterCore/support/Integers.h"
 #include "PrompterCore/support/Require.h"
 #include "PrompterCore/text/Characters.h"
 
 namespace PrompterCore {
 
 /// One entry more than there are characters; the last is the length of the text. A text whose
-/// characters are one unit each, as nearly all are, costs no table.
+/// characters are one unit each, as nearly all are, costs no table. It reads and compares like the
+/// plain list, and goes where one is wanted.
 class Utf16Offsets {
 public:
+    class Iterator;
+    using value_type = std::int64_t;
+    using iterator = Iterator;
+    using const_iterator = Iterator;
+
     /// Of the empty text: the one entry 0.
     Utf16Offsets() = default;
     /// O(n).
@@ -40,23 +46,27 @@ public:
     ~Utf16Offsets() = default;
 
     /// The number of entries: one more than there are characters.
-    [[nodiscard]] std::int64_t count() const noexcept {
-        return offsets_.empty() ? characters_ + 1 : signedCount(offsets_.size());
+    [[nodiscard]] std::size_t size() const noexcept {
+        return static_cast<std::size_t>(characters_) + 1;
     }
-    /// Stops the program unless 0 <= `index` < count().
+    /// Stops the program unless 0 <= `index` < size().
     [[nodiscard]] std::int64_t operator[](std::int64_t index) const noexcept {
-        require(0 <= index && index < count(),
+        require(0 <= index && index <= characters_,
                 "an offset's index is that of a character or the end");
         return offsets_.empty() ? index : offsets_[static_cast<std::size_t>(index)];
     }
+    /// The length of the text.
+    [[nodiscard]] std::int64_t back() const noexcept { return (*this)[characters_]; }
     /// The index of the last entry that is not above `offset`; 0 when there is none. O(log n).
     [[nodiscard]] std::int64_t lastAtOrBefore(std::int64_t offset) const noexcept;
 
-    class Iterator;
     [[nodiscard]] Iterator begin() const noexcept;
     [[nodiscard]] Iterator end() const noexcept;
+    /// The entries. O(n).
+    operator std::vector<std::int64_t>() const;  // NOLINT: it stands for the list
 
     friend bool operator==(const Utf16Offsets&, const Utf16Offsets&) = default;
+    friend bool operator==(const Utf16Offsets& offsets, const std::vector<std::int64_t>& list);
 
 private:
     std::int64_t characters_ = 0;
@@ -91,6 +101,6 @@ private:
 };
 
 inline Utf16Offsets::Iterator Utf16Offsets::begin() const noexcept { return {this, 0}; }
-inline Utf16Offsets::Iterator Utf16Offsets::end() const noexcept { return {this, count()}; }
+inline Utf16Offsets::Iterator Utf16Offsets::end() const noexcept { return {this, characters_ + 1}; }
 
 }  // namespace PrompterCore

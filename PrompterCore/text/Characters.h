@@ -40,7 +40,11 @@ public:
     }
     /// UTF-16 code units.
     [[nodiscard]] constexpr std::int64_t utf16Length() const noexcept {
-        return utf8_.size() == 1 ? 1 : Utf8::utf16Length(utf8_);
+        std::size_t end = 0;
+        const char32_t first = Utf8::next(utf8_, end);
+        // Nearly every character has one code point.
+        if (end == utf8_.size()) return first < 0x10000 ? 1 : 2;
+        return Utf8::utf16Length(utf8_);
     }
     /// White_Space.
     [[nodiscard]] constexpr bool isWhiteSpace() const noexcept {

@@ -22,10 +22,6 @@ inline Strings bytes(const std::vector<Text>& texts) {
     return result;
 }
 
-inline std::vector<std::int64_t> offsets(const Script& script) {
-    return {script.utf16Offsets().begin(), script.utf16Offsets().end()};
-}
-
 /// The spoken forms of one word, as bytes: what is folded is composed.
 inline Strings spoken(std::string_view word) { return bytes(spokenForms(Text(word))); }
 

@@ -41,7 +41,7 @@ TEST(Script, OfTheEmptyTextHasNothing) {
     EXPECT_TRUE(script.words().empty());
     EXPECT_TRUE(script.lineFirstWords().empty());
     EXPECT_TRUE(script.headings().empty());
-    EXPECT_EQ(Tests::offsets(script), Offsets{0});
+    EXPECT_EQ(script.utf16Offsets(), Offsets{0});
     EXPECT_TRUE(script.isEmpty());
     EXPECT_EQ(script.tokenAtUTF16(0), std::nullopt);
     EXPECT_EQ(script.tokenAt(0), std::nullopt);
@@ -148,7 +148,7 @@ TEST(Script, ALineBeginsWithTheFirstWordBehindABreak) {
 TEST(Script, ALineBreakIsOneCharacter) {
     const Script script("a\r\nb");
     EXPECT_EQ(script.characters().count(), 3);
-    EXPECT_EQ(Tests::offsets(script), (Offsets{0, 1, 3, 4}));
+    EXPECT_EQ(script.utf16Offsets(), (Offsets{0, 1, 3, 4}));
     EXPECT_EQ(script.words()[1].breaksBefore, 1);
 }
 
@@ -172,7 +172,7 @@ TEST(Script, NumbersAreSpokenOut) {
 
 TEST(Script, UTF16OffsetsCountASurrogatePairAsTwo) {
     const Script script("\U0001F600 hi");
-    EXPECT_EQ(Tests::offsets(script), (Offsets{0, 2, 3, 4, 5}));
+    EXPECT_EQ(script.utf16Offsets(), (Offsets{0, 2, 3, 4, 5}));
     EXPECT_EQ(script.characterIndexAtUTF16(0), 0);
     EXPECT_EQ(script.characterIndexAtUTF16(1), 0) << "between the halves";
     EXPECT_EQ(script.characterIndexAtUTF16(2), 1);
@@ -184,7 +184,7 @@ TEST(Script, UTF16OffsetsCountASurrogatePairAsTwo) {
 TEST(Script, CharactersOfManyCodePointsAreOne) {
     const Script script("e\u0301 \U0001F468\u200D\U0001F469\u200D\U0001F467 \U0001F1E9\U0001F1EA");
     EXPECT_EQ(script.characters().count(), 5);
-    EXPECT_EQ(Tests::offsets(script), (Offsets{0, 2, 3, 11, 12, 16}));
+    EXPECT_EQ(script.utf16Offsets(), (Offsets{0, 2, 3, 11, 12, 16}));
     EXPECT_EQ(script.words().size(), 3u);
     EXPECT_EQ(tokenTexts(script), Strings{"e"});
 }

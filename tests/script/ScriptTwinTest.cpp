@@ -33,14 +33,14 @@ void expectAsPlain(const Plain::Unicode& unicode, const std::string& bytes) {
     const bool same = signedCount(plain.characters.size()) == script.characters().count() &&
                       plain.tokens == script.tokens() && plain.words == script.words() &&
                       plain.headings == script.headings() &&
-                      plain.utf16Offsets == Tests::offsets(script) &&
+                      plain.utf16Offsets == script.utf16Offsets() &&
                       tokenTexts(plain) == Tests::tokenTexts(script);
     if (same) return;
     EXPECT_EQ(script.characters().count(), signedCount(plain.characters.size())) << Text(bytes);
     EXPECT_EQ(script.tokens(), plain.tokens) << Text(bytes);
     EXPECT_EQ(script.words(), plain.words) << Text(bytes);
     EXPECT_EQ(script.headings(), plain.headings) << Text(bytes);
-    EXPECT_EQ(Tests::offsets(script), plain.utf16Offsets) << Text(bytes);
+    EXPECT_EQ(script.utf16Offsets(), plain.utf16Offsets) << Text(bytes);
     EXPECT_EQ(Tests::tokenTexts(script), tokenTexts(plain)) << Text(bytes);
 }
 

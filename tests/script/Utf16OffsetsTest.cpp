@@ -15,10 +15,6 @@ static_assert(std::forward_iterator<Utf16Offsets::Iterator>);
 
 Utf16Offsets offsetsOf(const char* text) { return Utf16Offsets(Characters(Text(text))); }
 
-std::vector<std::int64_t> listOf(const Utf16Offsets& offsets) {
-    return {offsets.begin(), offsets.end()};
-}
-
 TEST(Utf16Offsets, CountTheUnitsBeforeEachCharacter) {
     struct Case {
         const char* what;
@@ -37,12 +33,28 @@ TEST(Utf16Offsets, CountTheUnitsBeforeEachCharacter) {
     for (const auto& [what, text, expected] : cases) {
         SCOPED_TRACE(what);
         const Utf16Offsets offsets = offsetsOf(text);
-        EXPECT_EQ(listOf(offsets), expected);
-        EXPECT_EQ(offsets.count(), static_cast<std::int64_t>(expected.size()));
+        EXPECT_EQ(offsets, expected);
+        EXPECT_EQ(expected, offsets);
+        const std::vector<std::int64_t> list = offsets;
+        EXPECT_EQ(list, expected);
+        EXPECT_EQ(offsets.size(), expected.size());
+        EXPECT_EQ(offsets.back(), expected.back());
         for (std::size_t i = 0; i < expected.size(); ++i)
             EXPECT_EQ(offsets[static_cast<std::int64_t>(i)], expected[i]);
     }
-    EXPECT_EQ(listOf(Utf16Offsets()), std::vector<std::int64_t>{0});
+    EXPECT_EQ(Utf16Offsets(), std::vector<std::int64_t>{0});
+}
+
+TEST(Utf16Offsets, DifferFromAnyOtherList) {
+    for (const char* text : {"abc", "a\U0001F600b"}) {
+        const Utf16Offsets offsets = offsetsOf(text);
+        std::vector<std::int64_t> other = offsets;
+        ++other.back();
+        EXPECT_NE(offsets, other);
+        other.pop_back();
+        EXPECT_NE(offsets, other);
+        EXPECT_NE(offsets, std::vector<std::int64_t>());
+    }
 }
 
 TEST(Utf16Offsets, TheCharacterAtAnOffsetIsTheLastThatStartsThere) {
