@@ -7,6 +7,7 @@
 #include "PrompterCore/script/Contractions.h"
 #include "tests/reference/PlainNumbers.h"
 #include "tests/script/Built.h"
+#include "tests/support/AllocationCounter.h"
 
 namespace PrompterCore {
 
@@ -89,6 +90,7 @@ TEST(Contractions, AreFoundByTheirWholeKeyOnly) {
     }
     for (const char* none : {"", "a", "zzz", "Dont", "don't", "\u00E9", "{", "`"})
         EXPECT_EQ(contractionFor(none), std::nullopt) << none;
+    EXPECT_EQ(Tests::allocationsDuring([] { static_cast<void>(contractionFor("shouldnt")); }), 0);
 }
 
 }  // namespace PrompterCore

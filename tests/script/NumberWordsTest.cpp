@@ -1,5 +1,6 @@
 #include <cstdint>
 #include <limits>
+#include <string_view>
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
@@ -7,6 +8,7 @@
 #include "PrompterCore/script/NumberWords.h"
 #include "tests/reference/PlainNumbers.h"
 #include "tests/script/Built.h"
+#include "tests/support/AllocationCounter.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -70,6 +72,18 @@ TEST(NumberWords, EveryScaleHasItsWord) {
     };
     for (const auto& [number, words] : cases)
         EXPECT_EQ(bytes(numberWords(number)), split(words)) << number;
+}
+
+TEST(NumberWords, AreTakenWithoutAllocating) {
+    std::string_view last;
+    const auto keep = [&last](std::string_view word) { last = word; };
+    EXPECT_EQ(Tests::allocationsDuring([&] {
+                  takeNumberWords(std::numeric_limits<std::int64_t>::max(), WordTaker(keep));
+              }),
+              0);
+    EXPECT_EQ(last, "seven");
+    EXPECT_EQ(Tests::allocationsDuring([&] { takeYearWords(1905, WordTaker(keep)); }), 0);
+    EXPECT_EQ(last, "five");
 }
 
 TEST(NumberWords, TheOneNumberWithoutAPositiveStopsTheProgram) {

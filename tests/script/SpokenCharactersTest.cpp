@@ -8,6 +8,7 @@
 #include "PrompterCore/script/SpokenCharacters.h"
 #include "tests/reference/PlainSpokenForms.h"
 #include "tests/script/Built.h"
+#include "tests/support/AllocationCounter.h"
 
 namespace PrompterCore {
 
@@ -117,6 +118,14 @@ TEST(SpokenCharacters, EveryCodePointIsSpokenAsThePlainWaySpeaksIt) {
             EXPECT_EQ(Tests::spoken(word), plain) << Text(word);
         }
     }
+}
+
+TEST(SpokenCharacters, NeverAllocate) {
+    EXPECT_EQ(Tests::allocationsDuring([] {
+                  for (char32_t c = 0; c < 0x20000; ++c)
+                      static_cast<void>(spokenCharacter(c));
+              }),
+              0);
 }
 
 TEST(SpokenCharacters, ExamplesAreAsTheirCommentsSay) {

@@ -7,6 +7,7 @@
 #include "PrompterCore/script/SpokenForms.h"
 #include "tests/reference/PlainNumbers.h"
 #include "tests/script/Built.h"
+#include "tests/support/AllocationCounter.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 
@@ -289,6 +290,32 @@ TEST(SpokenForms, AreAppendedBehindWhatIsThere) {
     appendSpokenForms("Don't", forms);
     appendSpokenForms("...", forms);
     EXPECT_EQ(Tests::bytes(forms), split("before do not"));
+}
+
+TEST(SpokenForms, OrdinaryWordsNeedNoAllocation) {
+    std::string last;
+    last.reserve(100);
+    const auto keep = [&last](std::string_view form) { last = form; };
+    struct Ordinary {
+        std::string word, last;
+    };
+    const Ordinary words[] = {
+        {"stop.", "stop"},
+        {"Don't", "not"},
+        {"2024", "four"},
+        {"1,000,000", "million"},
+        {"re-", "re"},
+        {"\u201CCaf\u00E9,\u201D", "cafe"},
+        {"\u041C\u0438\u0440\U0001F44D\U0001F3FD", "\u043C\u0438\u0440"},
+        {"\u0939\u093F\u0928\u094D\u0926\u0940\u0964", "\u0939\u093F\u0928\u094D\u0926\u0940"},
+        {std::string(64, 'X'), std::string(64, 'x')},
+    };
+    for (const auto& [word, spokenLast] : words) {
+        SCOPED_TRACE(word);
+        const auto take = [&word = word, &keep] { takeSpokenForms(word, WordTaker(keep)); };
+        EXPECT_EQ(Tests::allocationsDuring(take), 0);
+        EXPECT_EQ(last, spokenLast);
+    }
 }
 
 TEST(SpokenForms, EquivalentWordsAreSpokenAlike) {

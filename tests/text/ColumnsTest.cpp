@@ -4,6 +4,7 @@
 
 #include "PrompterCore/text/Columns.h"
 #include "PrompterCore/text/Segmentation.h"
+#include "tests/support/AllocationCounter.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 
@@ -93,6 +94,13 @@ TEST(Columns, AreTheSumOverTheCharacters) {
         }
         RC_ASSERT(columnsOf(bytes) == sum);
     });
+}
+
+TEST(Columns, AreCountedWithoutAllocating) {
+    std::string all;
+    for (const std::string& piece : Tests::nastyPieces())
+        all += piece;
+    EXPECT_EQ(Tests::allocationsDuring([&all] { static_cast<void>(columnsOf(all)); }), 0);
 }
 
 TEST(Columns, PrintableAsciiTakesOneEachAndNoOtherAsciiButTheTabAny) {

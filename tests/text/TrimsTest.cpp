@@ -2,6 +2,7 @@
 
 #include "PrompterCore/text/Characters.h"
 #include "PrompterCore/text/Trims.h"
+#include "tests/support/AllocationCounter.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 
@@ -39,6 +40,16 @@ TEST(Trims, TakeWholeCharactersOfTheirClass) {
         EXPECT_EQ(Text(trimmedOfWhiteSpace(bytes)).utf8(), ofWhiteSpace);
         EXPECT_EQ(Text(trimmedOfBlanks(bytes)).utf8(), ofBlanks);
     }
+}
+
+TEST(Trims, NeverAllocate) {
+    const std::string text =
+        "\t\u3000 \u0301a \U0001F468\u200D\U0001F469 \u0915\u094D\u0937 \u2028 ";
+    EXPECT_EQ(Tests::allocationsDuring([&text] {
+                  static_cast<void>(trimmedOfWhiteSpace(text));
+                  static_cast<void>(trimmedOfBlanks(text));
+              }),
+              0);
 }
 
 TEST(Trims, LeaveOneBlankBetweenRuns) {
