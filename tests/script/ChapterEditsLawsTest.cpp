@@ -181,7 +181,8 @@ TEST(ChapterEditsLaws, MovingThereAndBackRestoresTheOrder) {
 }
 
 TEST(ChapterEditsLaws, EveryEditLiesWithinTheScriptItWasMadeFrom) {
-    Tests::forAll([](const Text& text, const Text& anyTitle, const Text& anyBody) {
+    Tests::forAll([](const Text& before, const Text& anyTitle, const Text& anyBody) {
+        const Text text(before.utf8() + "\n# A\n" + anyBody.utf8() + "\n\t# B" + before.utf8());
         const Script script(text);
         const auto chapter = *rc::gen::inRange<std::int64_t>(-1, 3);
         const auto other = *rc::gen::inRange<std::int64_t>(-1, 3);

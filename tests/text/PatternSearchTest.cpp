@@ -37,6 +37,31 @@ TEST(CaseFolding, MakesTextsEqualThatDifferOnlyInCase) {
     EXPECT_EQ(caseFolded("\u0130", LetterI::dotless), "i");
 }
 
+TEST(PatternSearch, DoesWhatItsManualShows) {
+    EXPECT_TRUE(PatternSearch("e").isIn("cafe"));
+    EXPECT_FALSE(PatternSearch("e").isIn("caf\u00E9"));
+    EXPECT_TRUE(PatternSearch::ignoringCase("STRASSE", Locale()).isIn("Alte Stra\u00DFe"));
+}
+
+TEST(PatternSearch, WithoutCaseALocaleMayPartTheDottedFromTheDotlessI) {
+    struct Case {
+        const char *locale, *pattern, *text;
+        bool isIn;
+    };
+    const Case cases[] = {
+        {"en", "I", "i", true},         {"en", "I", "\u0131", false},
+        {"tr", "I", "i", false},        {"tr", "I", "\u0131", true},
+        {"tr_TR", "\u0130", "i", true}, {"az-Latn", "I\u0307", "i", true},
+        {"tr", "s", "\u00DF", false},   {"tr", "SS", "\u00DF", true},
+    };
+    for (const auto& [locale, pattern, text, isIn] : cases) {
+        SCOPED_TRACE(std::string(locale) + ": " + pattern + " in " + text);
+        const PatternSearch search =
+            PatternSearch::ignoringCase(pattern, Locale::fromIdentifier(locale).value());
+        EXPECT_EQ(search.isIn(text), isIn);
+    }
+}
+
 TEST(PatternSearch, FindsWholeCharactersOnly) {
     struct Case {
         const char* what;
