@@ -13,7 +13,6 @@
 #include <unistd.h>
 
 #include "PrompterCore/takes/Countdown.h"
-#include "PrompterCore/takes/FreeSpace.h"
 #include "apps/varnelle/Complaints.h"
 #include "apps/varnelle/Devices.h"
 #include "apps/varnelle/FollowCommand.h"
@@ -42,11 +41,17 @@ void prepare(const std::filesystem::path& folder) {
     if (access(folder.c_str(), W_OK | X_OK) != 0) refuse(errno);
 }
 
-void warnWhenSpaceIsScarce(const std::filesystem::path& folder, Complaints& complaints) {
-    const auto bytes = PrompterCore::FreeSpace::bytesAt(folder);
-    if (!bytes || *bytes / bytesPerMinute >= scarceMinutes) return;
-    complaints.say(fmt::format("{}: room for about {} more minutes of takes", folder.string(),
-                               *bytes / bytesPerMinute));
+std::string room(std::int64_t minutes) {
+    if (minutes < 1) return "less than a minute";
+    return minutes == 1 ? "about a minute" : fmt::format("about {} minutes", minutes);
+}
+
+void warnWhenSpaceIsScarce(const std::filesystem::path& folder, std::optional<std::int64_t> bytes,
+                           Complaints& complaints) {
+    if (!bytes) return;
+    const std::int64_t minutes = *bytes / bytesPerMinute;
+    if (minutes >= scarceMinutes) return;
+    complaints.say(fmt::format("{}: room for {} of takes", folder.string(), room(minutes)));
 }
 
 std::optional<Text> titleOf(const std::string& scriptFile, const Script& script) {
@@ -68,7 +73,8 @@ Moment beginningOf(const std::string& name, double duration) {
 
 }  // namespace
 
-ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& options) {
+ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& options,
+                       const FreeBytes& freeBytes) {
     const Script script(readText(arguments.script));
     Complaints complaints(options.display);
     std::unique_ptr<SoundSource> sound;
@@ -83,7 +89,7 @@ ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& opti
             [&complaints](const std::string& why) { complaints.say(why); });
     }
     prepare(arguments.folder);
-    warnWhenSpaceIsScarce(arguments.folder, complaints);
+    warnWhenSpaceIsScarce(arguments.folder, freeBytes(arguments.folder), complaints);
     const std::vector<SavedTake> recovered = TakeWriter::recover(arguments.folder);
 
     const bool isSeen = arguments.microphone && arguments.listensForClaps;

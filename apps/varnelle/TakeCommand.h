@@ -4,9 +4,11 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
+#include "PrompterCore/takes/FreeSpace.h"
 #include "PrompterCore/text/TimeZone.h"
 #include "apps/varnelle/ExitStatus.h"
 #include "apps/varnelle/Follow.h"
@@ -25,7 +27,12 @@ struct TakeArguments {
     PrompterCore::TimeZone timeZone;
 };
 
-/// Exactly one of `audio` and `microphone` is present.
-ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& options);
+/// The bytes that are free where a folder is; absent where nobody knows.
+using FreeBytes = std::function<std::optional<std::int64_t>(const std::filesystem::path&)>;
+
+/// Exactly one of `audio` and `microphone` is present. Where `freeBytes` are less than half an hour
+/// of takes it is said before the session.
+ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& options,
+                       const FreeBytes& freeBytes = PrompterCore::FreeSpace::bytesAt);
 
 }  // namespace Varnelle

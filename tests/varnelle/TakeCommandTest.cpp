@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -14,6 +15,7 @@
 #include <sndfile.h>
 #include <sys/stat.h>
 
+#include "apps/varnelle/TakeCommand.h"
 #include "tests/host/DecodedSound.h"
 #include "tests/host/TemporaryFolder.h"
 #include "tests/support/Sounds.h"
@@ -253,6 +255,46 @@ TEST(TakeCommand, ASessionWithoutClapsSaysThatThereIsNoTake) {
               "varnelle: " + recording.sound() +
                   ": no take; nowhere in its 62 seconds are two claps to begin one\n");
     EXPECT_EQ(recording.names(), Names{});
+}
+
+TEST(TakeCommand, SaysBeforeTheSessionThatSpaceIsScarce) {
+    struct Case {
+        const char* what;
+        std::optional<std::int64_t> bytes;  // 1 920 000 are a minute
+        const char* room;
+    };
+    const Case cases[] = {
+        {"half an hour is enough", 57'600'000, nullptr},
+        {"a byte less is not", 57'599'999, "about 29 minutes"},
+        {"two minutes", 3'840'000, "about 2 minutes"},
+        {"one", 1'920'000, "about a minute"},
+        {"hardly anything", 1'919'999, "less than a minute"},
+        {"nothing", 0, "less than a minute"},
+        {"more than any disk has", std::numeric_limits<std::int64_t>::max(), nullptr},
+        {"nobody knows", std::nullopt, nullptr},
+    };
+    const Recording silence(room(1));
+    TakeArguments arguments;
+    arguments.script = sampleScript;
+    arguments.audio = silence.sound();
+    arguments.folder = silence.takes();
+    for (const auto& [what, bytes, scarce] : cases) {
+        SCOPED_TRACE(what);
+        const auto freeBytes = [&, left = bytes](const std::filesystem::path& folder) {
+            EXPECT_EQ(folder, silence.takes());
+            return left;
+        };
+        ::testing::internal::CaptureStderr();
+        const ExitStatus status = takeCommand(arguments, {.speed = std::nullopt}, freeBytes);
+        const std::string said = ::testing::internal::GetCapturedStderr();
+        EXPECT_EQ(status, ExitStatus::badData) << "nobody clapped; it was listened all the same";
+        const std::string warning = "varnelle: " + silence.takes().string() + ": room for ";
+        if (scarce != nullptr) {
+            EXPECT_TRUE(said.starts_with(warning + scarce + " of takes\n")) << said;
+        } else {
+            EXPECT_EQ(said.find(warning), std::string::npos) << said;
+        }
+    }
 }
 
 TEST(TakeCommand, ASecondTakeBeginsAtTheScriptsStartUnlessItGoesOn) {
