@@ -10,6 +10,7 @@
 #include "PrompterCore/takes/ChapterMarker.h"
 #include "host/ClapsInSpeech.h"
 #include "host/Failures.h"
+#include "host/LastClaps.h"
 #include "host/Resampler.h"
 #include "host/TakeFiles.h"
 
@@ -75,10 +76,7 @@ std::vector<TakeNews> TakeRecorder::step() {
 
 std::vector<TakeNews> TakeRecorder::finish() {
     std::vector<TakeNews> news;
-    if (plan_.listensForClaps) {
-        const std::vector<float> silence(static_cast<std::size_t>(placeAt(0.7)));
-        obey(claps_.feed(silence, time()), news);
-    }
+    if (plan_.listensForClaps) obey(lastClaps(claps_, rate_, time()), news);
     perform(session_.finish(time()), news);
     return news;
 }

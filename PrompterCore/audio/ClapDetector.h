@@ -57,7 +57,8 @@ public:
     [[nodiscard]] std::span<const Step> steps() const noexcept { return steps_; }
 
     /// Hears `samples`, the first of them at `startingAt`, and returns the gesture that was found
-    /// to be over, if one was: at most one, so that buffers of a second or more lose some.
+    /// to be over, if one was. At most one, and a clap that comes too late for a gesture drops it
+    /// unless an earlier buffer has told it: long buffers lose some, usual ones hardly any.
     /// `startingAt` does not count while an unfinished step waits for its rest: the stream is taken
     /// as continuous. No samples at a later time can still end a gesture. A sample that is NaN or
     /// infinite makes no clap.

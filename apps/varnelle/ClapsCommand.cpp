@@ -17,6 +17,7 @@
 #include "apps/varnelle/Json.h"
 #include "apps/varnelle/Output.h"
 #include "host/ClapsInSpeech.h"
+#include "host/LastClaps.h"
 #include "host/SoundFileSource.h"
 #include "host/SoundTail.h"
 
@@ -77,21 +78,20 @@ public:
             samples = samples.subspan(buffer.size());
             const double start = time();
             tail_.append(buffer);
-            find(buffer, start);
+            show(detector_.feed(buffer, start));
         }
     }
 
-    // The last clap counts as if silence followed, which is no sound around it.
     void end() {
-        find(std::vector<float>(static_cast<std::size_t>(std::ceil(rate_ * 0.75)), 0.0F), time());
+        show(lastClaps(detector_, rate_, time()));
         output_.flush();
     }
 
 private:
     double time() const { return static_cast<double>(tail_.end()) / rate_; }
 
-    void find(std::span<const float> buffer, double start) {
-        for (const ClapGesture& gesture : detector_.feed(buffer, start)) {
+    void show(const std::vector<ClapGesture>& gestures) {
+        for (const ClapGesture& gesture : gestures) {
             show(gesture);
         }
     }
