@@ -1,6 +1,7 @@
 // Between values and JSON. The only place that knows the JSON library.
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -35,7 +36,12 @@ public:
                    ? add(RecordValue(static_cast<std::int64_t>(integer)))
                    : add(RecordValue(static_cast<double>(integer)));
     }
-    bool number_float(double number, const std::string&) { return add(RecordValue(number)); }
+    bool number_float(double number, const std::string& written) {
+        // Digits alone need more than 64 bits, and must not become the least integer by rounding.
+        const bool isWhole = written.find_first_not_of("-0123456789") == std::string::npos;
+        if (isWhole && number == -0x1p63) number = std::nextafter(number, -HUGE_VAL);
+        return add(RecordValue(number));
+    }
     bool string(std::string& text) { return add(RecordValue(Text(std::move(text)))); }
     // Only in formats other than JSON.
     bool binary(Json::binary_t&) { return false; }

@@ -159,6 +159,9 @@ TEST(Record, NumbersThatDoNotFitAreRefused) {
     EXPECT_EQ(integer("1.5"), "mismatch; the record: 1.5 where a whole number is required");
     EXPECT_EQ(integer("9223372036854775808"),
               "mismatch; the record: 9.223372036854776e+18 does not fit 64 bits");
+    EXPECT_EQ(integer("-9223372036854775809"),
+              "mismatch; the record: -9.223372036854778e+18 does not fit 64 bits")
+        << "though the nearest double does";
     EXPECT_EQ(integer("-9223372036854777856"),
               "mismatch; the record: -9.223372036854778e+18 does not fit 64 bits");
     EXPECT_EQ(integer("1e300"), "mismatch; the record: 1e+300 does not fit 64 bits");
