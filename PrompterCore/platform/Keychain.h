@@ -9,7 +9,8 @@
 //   keychain.write("   ");        // a blank value is none: removes it
 //   keychain.remove();            // nothing there to remove: no failure
 //
-// No operation waits for a person: a keychain that would have to ask for its password fails.
+// On Linux no operation waits for a person: a keychain that would have to ask for its password
+// fails. The bus's library starts threads of its own there, at the first operation.
 
 #include <cstdint>
 #include <optional>
@@ -50,8 +51,9 @@ public:
     /// The result code.
     [[nodiscard]] std::int32_t status() const noexcept { return status_; }
     /// "Could not use the keychain: " and the system's text for the status; without one, "status "
-    /// and its number. The same as what().
-    [[nodiscard]] Text errorDescription() const { return Text(what()); }
+    /// and its number. The same as what(). Never absent: optional as other errors' descriptions
+    /// are.
+    [[nodiscard]] std::optional<Text> errorDescription() const { return Text(what()); }
 
 private:
     std::int32_t status_;

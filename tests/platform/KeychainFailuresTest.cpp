@@ -130,7 +130,7 @@ TEST_F(KeychainFailuresTest, FailureOfAWriteDescribesItself) {
         keychain.write("the value");
         FAIL() << "a refused write does not fail";
     } catch (const Keychain::Failure& failure) {
-        EXPECT_EQ(failure.errorDescription().utf8(), failure.what());
+        EXPECT_EQ(failure.errorDescription().value().utf8(), failure.what());
         EXPECT_STREQ(failure.what(),
                      "Could not use the keychain: User interaction is not allowed.");
     }
