@@ -26,9 +26,9 @@ enum class Kind { video, sound };
 /// How many user-perceived characters a safe name has at most.
 inline constexpr std::int64_t longestName = 60;
 
-/// `name` as a part of a file's name: what no file system takes (/ \ : ? % * | " < > and control
-/// characters) becomes a blank, white space one space between words and none around, and all
-/// behind the 60th character goes. May be empty.
+/// `name` as a part of a file's name: what some file systems refuse (/ \ : ? % * | " < >, also
+/// inside a character, and control characters) becomes a blank, white space one space between
+/// words and none around, and all behind the 60th character goes. May be empty.
 [[nodiscard]] Text safe(const Text& name);
 
 /// The name of a take begun at `moment`: the safe name of `script`, or "Prompter" where that is
