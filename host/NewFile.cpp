@@ -17,10 +17,6 @@ namespace {
 
 using std::filesystem::path;
 
-[[noreturn]] void cannotWrite(const path& name, int error) {
-    throw CannotWrite(name.string() + ": " + std::strerror(error));
-}
-
 // 0, or the system's reason.
 int renameWithoutReplacing(const path& from, const path& to) {
     if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return 0;
@@ -59,22 +55,37 @@ void File::sync() const {
     if (fsync(descriptor_) != 0 && errno != EINVAL && errno != ENOTSUP) cannotWrite(name_, errno);
 }
 
+void cannotWrite(const path& name, int error) {
+    throw CannotWrite(name.string() + ": " + std::strerror(error));
+}
+
 File createFile(const path& name) {
     if (std::optional<File> file = createFileUnlessTaken(name)) return std::move(*file);
     cannotWrite(name, EEXIST);
 }
 
 std::optional<File> createFileUnlessTaken(const path& name) {
-    const int descriptor = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    constexpr unsigned usual = 0666;
+    return createFileUnlessTaken(name, usual, name);
+}
+
+std::optional<File> createFileUnlessTaken(const path& name, unsigned permissions,
+                                          const path& shownName) {
+    const int descriptor = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
     if (descriptor < 0 && errno == EEXIST) return std::nullopt;
-    if (descriptor < 0) cannotWrite(name, errno);
-    return File(descriptor, name);
+    if (descriptor < 0) cannotWrite(shownName, errno);
+    return File(descriptor, shownName);
 }
 
 std::optional<File> openFile(const path& name) {
     const int descriptor = open(name.c_str(), O_RDWR | O_CLOEXEC);
     if (descriptor < 0) return std::nullopt;
     return File(descriptor, name);
+}
+
+Unfinished::~Unfinished() {
+    std::error_code ignored;
+    if (!place_.empty()) std::filesystem::remove_all(place_, ignored);
 }
 
 NewFileName::NewFileName(path folder, std::string stem)
@@ -123,17 +134,15 @@ path giveName(const path& file, NewFileName name, std::string_view ending) {
 }
 
 path saveFile(const NewFileName& name, std::string_view ending, std::string_view bytes) {
-    const path unfinished = name.withEnding(".unfinished" + std::string(ending));
-    static_cast<void>(unlink(unfinished.c_str()));  // of a program that died over it
-    const File file = createFile(unfinished);
-    try {
-        file.write(bytes);
-        file.sync();
-        return giveName(unfinished, name, ending);
-    } catch (...) {
-        static_cast<void>(unlink(unfinished.c_str()));
-        throw;
-    }
+    const path place = name.withEnding(".unfinished" + std::string(ending));
+    static_cast<void>(unlink(place.c_str()));  // of a program that died over it
+    const File file = createFile(place);
+    Unfinished unfinished(place);
+    file.write(bytes);
+    file.sync();
+    path saved = giveName(place, name, ending);
+    unfinished.finished();
+    return saved;
 }
 
 }  // namespace Varnelle

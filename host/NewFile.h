@@ -40,12 +40,35 @@ private:
     std::filesystem::path name_;
 };
 
+/// Throws CannotWrite: `name` and the system's reason.
+[[noreturn]] void cannotWrite(const std::filesystem::path& name, int error);
+
 /// Throws CannotWrite when it cannot be made, as when there is such a file.
 [[nodiscard]] File createFile(const std::filesystem::path& name);
 /// Absent when there is such a file. Throws CannotWrite when it cannot be made for another reason.
 [[nodiscard]] std::optional<File> createFileUnlessTaken(const std::filesystem::path& name);
+/// The same with these permissions, and another name in the messages.
+[[nodiscard]] std::optional<File> createFileUnlessTaken(const std::filesystem::path& name,
+                                                        unsigned permissions,
+                                                        const std::filesystem::path& shownName);
 /// Absent when there is no such file or it may not be changed.
 [[nodiscard]] std::optional<File> openFile(const std::filesystem::path& name);
+
+/// A file, or a folder with all in it, on its way to its name: it goes away unless it gets there.
+class Unfinished {
+public:
+    explicit Unfinished(std::filesystem::path place) : place_(std::move(place)) {}
+    Unfinished(const Unfinished&) = delete;
+    Unfinished& operator=(const Unfinished&) = delete;
+    ~Unfinished();
+
+    [[nodiscard]] const std::filesystem::path& place() const noexcept { return place_; }
+    /// It has got its name.
+    void finished() noexcept { place_.clear(); }
+
+private:
+    std::filesystem::path place_;  // empty when it is finished
+};
 
 /// A name without an ending, and a number from 2 on where it is taken.
 class NewFileName {

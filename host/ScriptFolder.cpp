@@ -250,24 +250,6 @@ path unusedPlace(const path& folder) {
     }
 }
 
-// A file that goes away unless it is given its name.
-class Unfinished {
-public:
-    explicit Unfinished(path place) : place_(std::move(place)) {}
-    Unfinished(const Unfinished&) = delete;
-    Unfinished& operator=(const Unfinished&) = delete;
-    ~Unfinished() {
-        std::error_code ignored;
-        if (!place_.empty()) std::filesystem::remove_all(place_, ignored);
-    }
-
-    const path& place() const { return place_; }
-    void finished() { place_.clear(); }
-
-private:
-    path place_;
-};
-
 }  // namespace
 
 ScriptFolder ScriptFolder::read(const path& folder) {

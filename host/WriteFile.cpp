@@ -2,12 +2,10 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <optional>
 #include <string>
 #include <system_error>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,10 +18,6 @@ namespace Varnelle {
 namespace {
 
 using std::filesystem::path;
-
-[[noreturn]] void cannotWrite(const path& name, int error) {
-    throw CannotWrite(name.string() + ": " + std::strerror(error));
-}
 
 // Where the links behind `name` lead, be there a file or not.
 path withoutLinks(const path& name) {
@@ -52,37 +46,6 @@ std::optional<struct stat> replaceable(const path& target, const path& name) {
     return status;
 }
 
-// A file beside `target` that goes away unless it takes its place.
-class Replacement {
-public:
-    Replacement(const path& target, const path& name, mode_t mode) : target_(target), name_(name) {
-        for (int number = 0; descriptor_ < 0; ++number) {
-            temporary_ = target.parent_path() /
-                         (".varnelle-" + std::to_string(getpid()) + "-" + std::to_string(number));
-            descriptor_ = open(temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-            if (descriptor_ < 0 && errno != EEXIST) cannotWrite(name, errno);
-        }
-    }
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
-    ~Replacement() {
-        if (!isInPlace_) static_cast<void>(unlink(temporary_.c_str()));
-    }
-
-    int descriptor() const { return descriptor_; }
-    void takePlace() {
-        if (std::rename(temporary_.c_str(), target_.c_str()) != 0) cannotWrite(name_, errno);
-        isInPlace_ = true;
-    }
-
-private:
-    const path& target_;
-    const path& name_;  // as messages show it
-    path temporary_;
-    int descriptor_ = -1;
-    bool isInPlace_ = false;
-};
-
 // The owner can only be kept by those who may give files away, which does not matter to the others.
 void takeOver(int descriptor, const struct stat& status, const path& name) {
     if (fchown(descriptor, status.st_uid, status.st_gid) != 0 && errno != EPERM)
@@ -96,12 +59,19 @@ void writeFile(const path& name, std::string_view bytes) {
     const HeldSignals signals;  // so that nothing is left beside the file
     const path target = withoutLinks(name);
     const std::optional<struct stat> old = replaceable(target, name);
-    Replacement replacement(target, name, old ? 0600 : 0666);
-    const File file(replacement.descriptor(), name);
-    file.write(bytes);
-    if (old) takeOver(file.descriptor(), *old, name);
-    file.sync();
-    replacement.takePlace();
+    path place;
+    std::optional<File> file;
+    for (int number = 0; !file; ++number) {
+        place = target.parent_path() /
+                (".varnelle-" + std::to_string(getpid()) + "-" + std::to_string(number));
+        file = createFileUnlessTaken(place, old ? 0600 : 0666, name);
+    }
+    Unfinished unfinished(place);
+    file->write(bytes);
+    if (old) takeOver(file->descriptor(), *old, name);
+    file->sync();
+    if (std::rename(place.c_str(), target.c_str()) != 0) cannotWrite(name, errno);
+    unfinished.finished();
     syncFolder(target.parent_path());
 }
 
