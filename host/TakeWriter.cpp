@@ -38,17 +38,15 @@ std::int64_t soundIn(const AacFrames& frames) {
 
 // Makes the whole file from the frames in `source` and gives it the name.
 path saveWhole(int source, const NewFileName& name, const M4aContent& content) {
-    const path whole = name.withEnding(unfinishedWholeEnding);
-    static_cast<void>(unlink(whole.c_str()));  // of a program that died over it
-    try {
-        const File target = createFile(whole);
-        writeM4a(source, target.descriptor(), content);
-        target.sync();
-        return giveName(whole, name, ".m4a");
-    } catch (...) {
-        static_cast<void>(unlink(whole.c_str()));
-        throw;
-    }
+    const path place = name.withEnding(unfinishedWholeEnding);
+    static_cast<void>(unlink(place.c_str()));  // of a program that died over it
+    const File target = createFile(place);
+    Unfinished unfinished(place);
+    writeM4a(source, target.descriptor(), content);
+    target.sync();
+    path saved = giveName(place, name, ".m4a");
+    unfinished.finished();
+    return saved;
 }
 
 // The frames become the take, or where that fails, are the take. Their own name goes.
@@ -125,11 +123,15 @@ private:
         while (true) {
             name_.chooseFree();
             unfinished_ = name_.withEnding(unfinishedEnding);
-            if (std::optional<File> file = createFileUnlessTaken(unfinished_)) {
-                static_cast<void>(flock(file->descriptor(), LOCK_EX | LOCK_NB));
-                return std::move(*file);
+            std::optional<File> file = createFileUnlessTaken(unfinished_);
+            if (!file) {
+                name_.next();
+                continue;
             }
-            name_.next();
+            // Whoever looks for unfinished takes at this moment may have it, and take it away as
+            // empty.
+            static_cast<void>(flock(file->descriptor(), LOCK_EX));
+            if (access(unfinished_.c_str(), F_OK) == 0) return std::move(*file);
         }
     }
 
@@ -207,7 +209,7 @@ std::vector<SavedTake> TakeWriter::recover(const path& folder) {
         std::optional<File> source = openFile(file);
         if (!source || flock(source->descriptor(), LOCK_EX | LOCK_NB) != 0) continue;
         struct stat status {};
-        if (fstat(source->descriptor(), &status) != 0) continue;
+        if (fstat(source->descriptor(), &status) != 0 || !S_ISREG(status.st_mode)) continue;
         if (aacFramesIn(source->descriptor()).frames == 0) {
             if (status.st_size == 0) static_cast<void>(unlink(file.c_str()));
             continue;

@@ -9,7 +9,9 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -325,8 +327,33 @@ TEST(TakeWriter, WhatIsNoTakeIsLeftAlone) {
     std::ofstream(folder.path() / "notes.unfinished.aac") << "not a sound";
     std::ofstream(folder.path() / "empty.unfinished.aac");
     EXPECT_TRUE(TakeWriter::recover(folder.path()).empty());
-    EXPECT_EQ(folder.names(), Names{"notes.unfinished.aac"});
+    ASSERT_EQ(mkfifo((folder.path() / "pipe.unfinished.aac").c_str(), 0600), 0);
+    create_directory(folder.path() / "folder.unfinished.aac");
+    EXPECT_TRUE(TakeWriter::recover(folder.path()).empty());
+    EXPECT_EQ(folder.names(),
+              (Names{"folder.unfinished.aac", "notes.unfinished.aac", "pipe.unfinished.aac"}));
     EXPECT_TRUE(TakeWriter::recover(folder.path() / "nowhere").empty());
+}
+
+// Between the making of a take's file and its lock, which is an instant.
+TEST(TakeWriter, ATakeThatBeginsIsNotTakenForOneThatWasLeft) {
+    const TemporaryFolder folder;
+    const pid_t other = fork();
+    if (other == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        while (true) {
+            static_cast<void>(TakeWriter::recover(folder.path()));
+        }
+    }
+    int there = 0;
+    for (int i = 0; i < 1000; ++i) {
+        TakeWriter take(talk(folder));
+        if (folder.names() == Names{"Talk.unfinished.aac"}) ++there;
+        take.discard();
+    }
+    EXPECT_EQ(there, 1000);
+    kill(other, SIGKILL);
+    waitpid(other, nullptr, 0);
 }
 
 }  // namespace
