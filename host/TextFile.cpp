@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <string_view>
 #include <utility>
 
 #include "PrompterCore/text/Utf8.h"
@@ -12,9 +11,10 @@ namespace Varnelle {
 
 std::string readFile(const std::string& name) { return InputFile(name).rest(); }
 
-PrompterCore::Text readText(const std::string& name) {
+FileText readFileText(const std::string& name) {
     std::string bytes = readFile(name);
-    if (std::string_view(bytes).starts_with("\xEF\xBB\xBF")) bytes.erase(0, 3);
+    const bool hasMark = bytes.starts_with(FileText::mark);
+    if (hasMark) bytes.erase(0, FileText::mark.size());
     std::size_t bad = 0;
     if (PrompterCore::Utf8::illFormedPart(bytes, bad) != 0) {
         const auto line =
@@ -22,7 +22,9 @@ PrompterCore::Text readText(const std::string& name) {
         throw BadData(shownName(name) + ":" + std::to_string(line) +
                       ": the text is not UTF-8; save it as UTF-8 and try again");
     }
-    return PrompterCore::Text(std::move(bytes));
+    return {.text = PrompterCore::Text(std::move(bytes)), .hasMark = hasMark};
 }
+
+PrompterCore::Text readText(const std::string& name) { return readFileText(name).text; }
 
 }  // namespace Varnelle

@@ -4,6 +4,9 @@
 //
 // Units: chapters are counted from 1, as a user counts. Each function says what is wrong on
 // standard error and returns the exit status.
+//
+// An edited script keeps its byte order mark, and where all its lines end alike (CR LF, as Windows
+// writes them) new ones end so too.
 
 #include <cstdint>
 #include <optional>
@@ -19,7 +22,8 @@ struct EditedScript {
     bool isInPlace = false;
 };
 
-/// The chapters with their starts and reading times; with `json` as records.
+/// The chapters with their starts and reading times; with `json` as records. Where there are none,
+/// standard error says so.
 void listChapters(const std::string& file, bool json);
 
 /// A new chapter in front of chapter `before`, or at the end. Its text is the file `text`, if any.

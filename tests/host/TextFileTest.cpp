@@ -34,6 +34,15 @@ TEST(TextFile, AByteOrderMarkIsDropped) {
     EXPECT_EQ(readText(file.name()), "# One");
 }
 
+TEST(TextFile, AByteOrderMarkIsRememberedByWhoEditsTheFile) {
+    const TemporaryFile marked("\xEF\xBB\xBF\xEF\xBB\xBFx");
+    EXPECT_TRUE(readFileText(marked.name()).hasMark);
+    EXPECT_EQ(readFileText(marked.name()).text, "\uFEFFx") << "a second one is text";
+    const TemporaryFile plain("x");
+    EXPECT_FALSE(readFileText(plain.name()).hasMark);
+    EXPECT_EQ(readFileText(plain.name()).text, "x");
+}
+
 TEST(TextFile, AnEmptyFileIsAnEmptyText) {
     const TemporaryFile file("");
     EXPECT_TRUE(readText(file.name()).isEmpty());

@@ -33,7 +33,17 @@ TEST(ChaptersCommand, ListsChaptersWithTheirReadingTimes) {
     expectText(chapters(talk, {}),
                "  1    0:00  One \u00B7 2 words \u00B7 under a minute aloud\n"
                "  2    0:01  Two \u00B7 1 word \u00B7 under a minute aloud\n");
-    expectText(chapters("no heading", {}), "");
+}
+
+TEST(ChaptersCommand, AScriptWithoutChaptersSaysSo) {
+    for (const char* script : {"", "no heading\n", "#none\n", "# \n"}) {
+        const CommandResult result = chapters(script, {});
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.error,
+                  "varnelle: standard input: no chapters; a line that begins with \"# \" and a "
+                  "title opens one\n");
+        EXPECT_EQ(result.status, 0);
+    }
 }
 
 TEST(ChaptersCommand, ListsThemAsJson) {
@@ -85,10 +95,57 @@ TEST(ChaptersCommand, WhatIsNotEditedKeepsItsBytes) {
     expectText(
         chapters("cafe\u0301\r\n# Caf\u00E9\r\n\r\nx\r\n# B\r\ny", {"rename", "1", "e\u0301"}),
         "cafe\u0301\r\n# e\u0301\r\n\r\nx\r\n# B\r\ny");
-    expectText(chapters("# Caf\u00E9\r\nx\r\n\r\n\r\n# B\r\ny\r\n", {"move", "1", "2"}),
-               "# B\r\ny\n\n# Caf\u00E9\r\nx\r\n");
+    expectText(chapters("# Cafe\u0301\nx\n\n\n# B\r\ny\n", {"move", "1", "2"}),
+               "# B\r\ny\n\n# Cafe\u0301\nx\n");
     expectText(chapters(std::string_view("a\0b\n# A\nx", 9), {"remove", "1"}),
                std::string_view("a\0b\n", 4));
+}
+
+TEST(ChaptersCommand, NewLinesEndAsTheScriptsDo) {
+    const TemporaryFile body("one\ntwo\r\nthree\rfour\n");
+    const std::string windows = "intro\r\n# A\r\nx\r\n# B\r\ny\r\n";
+    struct Case {
+        const char* what;
+        std::string script;
+        Arguments verb;
+        std::string edited;
+    };
+    const Case cases[] = {
+        {"add", windows, {"add", "C"}, "intro\r\n# A\r\nx\r\n# B\r\ny\r\n\r\n# C\r\n"},
+        {"add before",
+         windows,
+         {"add", "C", "--before", "1"},
+         "intro\r\n# C\r\n\r\n# A\r\nx\r\n# B\r\ny\r\n"},
+        {"a text whose lines end in every way",
+         windows,
+         {"replace", "1", body.name()},
+         "intro\r\n# A\r\n\r\none\r\ntwo\r\nthree\r\nfour\r\n\r\n# B\r\ny\r\n"},
+        {"move", windows, {"move", "2", "1"}, "intro\r\n# B\r\ny\r\n\r\n# A\r\nx\r\n"},
+        {"move nowhere", windows, {"move", "2", "2"}, windows},
+        {"excerpt", windows, {"excerpt", "1"}, "# A\r\nx\r\n\r\n# End of A\r\n"},
+        {"such a text in an ordinary script",
+         "# A\nx\n",
+         {"replace", "1", body.name()},
+         "# A\n\none\ntwo\nthree\nfour"},
+        {"carriage returns alone", "# A\rx\r", {"add", "B"}, "# A\rx\r\r# B\r"},
+        {"no line end to go by", "# A", {"add", "B"}, "# A\n\n# B\n"},
+        {"lines that end differently", "# A\r\nx\n", {"add", "B"}, "# A\r\nx\n\n# B\n"},
+    };
+    for (const auto& [what, script, verb, edited] : cases) {
+        SCOPED_TRACE(what);
+        expectText(chapters(script, verb), edited);
+    }
+}
+
+TEST(ChaptersCommand, AnEditedScriptKeepsItsByteOrderMark) {
+    expectText(chapters("\uFEFF# A\nx\n", {"rename", "1", "B"}), "\uFEFF# B\nx\n");
+    expectText(chapters("\uFEFF# A\nx\n", {"move", "1", "1"}), "\uFEFF# A\nx\n");
+    expectText(chapters("\uFEFF# A\nx\n", {"excerpt", "1"}), "# A\nx\n\n# End of A\n");
+    const TemporaryFile script("\uFEFF# A\r\nx\r\n");
+    const TemporaryFile body("\uFEFFnew\n");
+    expectText(runVarnelle({"chapters", script.name(), "replace", "1", body.name(), "--in-place"}),
+               "");
+    EXPECT_EQ(readFile(script.name()), "\uFEFF# A\r\n\r\nnew");
 }
 
 TEST(ChaptersCommand, ANumberWithoutAChapterIsRefused) {
