@@ -102,11 +102,9 @@ void refuseTooMuch(double before, double after) {
                                   needed / 1e9));
 }
 
-// Before a pager takes the terminal's place.
 DiffStyle styleOf(const Arguments& arguments) {
     return {.marks = showsColours(arguments) ? DiffMarks::colours : DiffMarks::brackets,
-            .context = arguments.all ? std::nullopt : std::optional(arguments.context),
-            .forTerminal = isTerminal()};
+            .context = arguments.all ? std::nullopt : std::optional(arguments.context)};
 }
 
 ExitStatus compareWords(const Text& before, const Text& after, const Arguments& arguments) {
@@ -116,13 +114,11 @@ ExitStatus compareWords(const Text& before, const Text& after, const Arguments& 
         return segment.operation != DiffOperation::equal;
     });
     try {
-        const DiffStyle style = styleOf(arguments);
-        Output output;
         if (arguments.json) {
+            Output output;
             writeWordDiffJson(segments, output);
         } else {
-            Pager pager;
-            showWordDiff(segments, style, output);
+            showPaged(wordDiffAsShown(segments, styleOf(arguments)));
         }
     } catch (const OutputClosed&) {
         // Whoever has seen enough is still told by the status.
@@ -139,12 +135,11 @@ ExitStatus compareLines(const Text& before, const Text& after, const Arguments& 
     try {
         DiffStyle style = styleOf(arguments);
         style.note = lineBreaksChanged(before.utf8(), after.utf8());
-        Output output;
         if (arguments.json) {
+            Output output;
             writeLineDiffJson(lines, output);
         } else {
-            Pager pager;
-            showLineDiff(lines, style, output);
+            showPaged(lineDiffAsShown(lines, style));
         }
     } catch (const OutputClosed&) {
     }

@@ -3,24 +3,27 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdio>
+#include <csignal>
 #include <cstdlib>
+#include <optional>
 #include <string>
-#include <string_view>
-#include <utility>
 
-#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "apps/varnelle/Output.h"
+#include "host/MemoryFile.h"
 
 extern char** environ;  // NOLINT: POSIX leaves its declaration to us
 
 namespace Varnelle {
 
 namespace {
+
+// What a shell says of a command that it may not run, or does not find.
+constexpr int cannotRun = 126;
+constexpr int notFound = 127;
 
 bool isOnPath(std::string_view program) {
     const char* const path = std::getenv("PATH");
@@ -42,66 +45,76 @@ std::string command() {
     return isOnPath("less") ? "less -FRX" : "";
 }
 
-// Signals that a pager gets as our caller left them, though we put them aside.
-sigset_t forThePager(const struct sigaction& interrupt, const struct sigaction& quit) {
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGPIPE);
-    if (interrupt.sa_handler != SIG_IGN) sigaddset(&signals, SIGINT);
-    if (quit.sa_handler != SIG_IGN) sigaddset(&signals, SIGQUIT);
-    return signals;
+// While it lives, the signals of the keyboard are none of our business.
+class KeysAside {
+public:
+    KeysAside() {
+        struct sigaction ignored {};
+        ignored.sa_handler = SIG_IGN;
+        sigaction(SIGINT, &ignored, &interrupt_);
+        sigaction(SIGQUIT, &ignored, &quit_);
+    }
+    KeysAside(const KeysAside&) = delete;
+    KeysAside& operator=(const KeysAside&) = delete;
+    ~KeysAside() {
+        sigaction(SIGINT, &interrupt_, nullptr);
+        sigaction(SIGQUIT, &quit_, nullptr);
+    }
+
+    // Signals that a pager gets as our caller left them, though we put them aside.
+    sigset_t forThePager() const {
+        sigset_t signals;
+        sigemptyset(&signals);
+        sigaddset(&signals, SIGPIPE);
+        if (interrupt_.sa_handler != SIG_IGN) sigaddset(&signals, SIGINT);
+        if (quit_.sa_handler != SIG_IGN) sigaddset(&signals, SIGQUIT);
+        return signals;
+    }
+
+private:
+    struct sigaction interrupt_ {};
+    struct sigaction quit_ {};
+};
+
+// Reads the text as a file, so that it is still whole when the pager was none. Its exit status;
+// absent when a signal ended it.
+std::optional<int> statusOfPager(const std::string& pager, const MemoryFile& text) {
+    const KeysAside keys;
+    posix_spawn_file_actions_t files;
+    posix_spawn_file_actions_init(&files);
+    posix_spawn_file_actions_adddup2(&files, text.descriptor(), STDIN_FILENO);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    const sigset_t signals = keys.forThePager();
+    posix_spawnattr_setsigdefault(&attributes, &signals);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+    std::array<std::string, 3> words{"/bin/sh", "-c", pager};
+    std::array<char*, 4> arguments{words[0].data(), words[1].data(), words[2].data(), nullptr};
+    pid_t process = -1;
+    const int failure =
+        posix_spawn(&process, "/bin/sh", &files, &attributes, arguments.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&files);
+    if (failure != 0) return notFound;
+    int status = 0;
+    while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
+    }
+    return WIFEXITED(status) ? std::optional(WEXITSTATUS(status)) : std::nullopt;
+}
+
+bool wasStarted(const std::string& pager, std::string_view text) {
+    const auto status = statusOfPager(pager, MemoryFile(text));
+    return status != cannotRun && status != notFound;
 }
 
 }  // namespace
 
-Pager::Pager() {
-    const std::string pager = isTerminal() ? command() : "";
-    if (pager.empty()) return;
-    std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) return;
-    posix_spawn_file_actions_t files;
-    posix_spawn_file_actions_init(&files);
-    posix_spawn_file_actions_adddup2(&files, ends[0], STDIN_FILENO);
-    std::array<std::string, 3> words{"/bin/sh", "-c", pager};
-    std::array<char*, 4> arguments{words[0].data(), words[1].data(), words[2].data(), nullptr};
-    struct sigaction ignored {};
-    ignored.sa_handler = SIG_IGN;
-    sigaction(SIGINT, &ignored, &interrupt_);
-    sigaction(SIGQUIT, &ignored, &quit_);
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    const sigset_t signals = forThePager(interrupt_, quit_);
-    posix_spawnattr_setsigdefault(&attributes, &signals);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
-    const int failure =
-        posix_spawn(&process_, "/bin/sh", &files, &attributes, arguments.data(), environ);
-    posix_spawnattr_destroy(&attributes);
-    posix_spawn_file_actions_destroy(&files);
-    close(ends[0]);
-    if (failure == 0) {
-        terminal_ = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3);
-        dup2(ends[1], STDOUT_FILENO);
-    } else {
-        process_ = -1;
-        restoreKeys();
-    }
-    close(ends[1]);
-}
-
-void Pager::finish() noexcept {
-    if (process_ < 0) return;
-    std::fflush(stdout);  // what nobody reads any more is lost on purpose
-    dup2(terminal_, STDOUT_FILENO);
-    close(std::exchange(terminal_, -1));
-    while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
-    }
-    process_ = -1;
-    restoreKeys();
-}
-
-void Pager::restoreKeys() const noexcept {
-    sigaction(SIGINT, &interrupt_, nullptr);
-    sigaction(SIGQUIT, &quit_, nullptr);
+void showPaged(std::string_view text) {
+    const std::string pager = isTerminal() && !text.empty() ? command() : "";
+    if (!pager.empty() && wasStarted(pager, text)) return;
+    Output output;
+    output.write(text);
+    output.flush();
 }
 
 }  // namespace Varnelle

@@ -1,6 +1,5 @@
 #include "apps/varnelle/ShowDiff.h"
 
-#include <string>
 #include <string_view>
 
 #include <fmt/format.h>
@@ -8,7 +7,6 @@
 #include "PrompterCore/support/Integers.h"
 #include "PrompterCore/text/Separator.h"
 #include "apps/varnelle/Json.h"
-#include "apps/varnelle/TerminalText.h"
 
 namespace Varnelle {
 
@@ -33,40 +31,34 @@ std::string_view colourOf(LineChange change) {
     return "";
 }
 
-std::string shown(std::string_view text, const DiffStyle& style) {
-    return style.forTerminal ? terminalText(text) : std::string(text);
-}
-
 // A segment's text as it is shown between `before` and `after`; the space that follows every
 // segment of an edited line stays outside.
-std::string between(std::string_view before, const DiffSegment& segment, std::string_view after,
-                    const DiffStyle& style) {
+std::string between(std::string_view before, const DiffSegment& segment, std::string_view after) {
     std::string_view text = segment.text.utf8();
     const std::string_view space = text.ends_with(' ') ? " " : "";
     text.remove_suffix(space.size());
-    return fmt::format("{}{}{}{}", before, shown(text, style), after, space);
+    return fmt::format("{}{}{}{}", before, shown(text), after, space);
 }
 
-std::string bracketed(const DiffSegment& segment, const DiffStyle& style) {
+std::string bracketed(const DiffSegment& segment) {
     switch (segment.operation) {
-        case DiffOperation::insert: return between("{+", segment, "+}", style);
-        case DiffOperation::delete_: return between("[-", segment, "-]", style);
+        case DiffOperation::insert: return between("{+", segment, "+}");
+        case DiffOperation::delete_: return between("[-", segment, "-]");
         case DiffOperation::equal: break;
     }
-    return between("", segment, "", style);
+    return between("", segment, "");
 }
 
-std::string coloured(const DiffSegment& segment, std::string_view colour, const DiffStyle& style) {
-    if (segment.operation == DiffOperation::equal) return between("", segment, "", style);
-    return between(reverse, segment, fmt::format("{}{}", plain, colour), style);
+std::string coloured(const DiffSegment& segment, std::string_view colour) {
+    if (segment.operation == DiffOperation::equal) return between("", segment, "");
+    return between(reverse, segment, fmt::format("{}{}", plain, colour));
 }
 
 std::string lineAsShown(const DiffLine& line, const DiffStyle& style) {
     std::string text(marker(line.change));
     const std::string_view colour = colourOf(line.change);
     for (const DiffSegment& segment : line.segments) {
-        text += style.marks == DiffMarks::colours ? coloured(segment, colour, style)
-                                                  : bracketed(segment, style);
+        text += style.marks == DiffMarks::colours ? coloured(segment, colour) : bracketed(segment);
     }
     return style.marks == DiffMarks::colours && !colour.empty()
                ? fmt::format("{}{}{}", colour, text, plain)
@@ -122,46 +114,46 @@ std::string summaryAsShown(const std::vector<DiffLine>& lines) {
 
 }  // namespace
 
-void showLineDiff(const std::vector<DiffLine>& lines, const DiffStyle& style, Output& output) {
+std::string lineDiffAsShown(const std::vector<DiffLine>& lines, const DiffStyle& style) {
+    std::string text;
+    const auto add = [&text](const std::string& line) { text.append(line).push_back('\n'); };
     const std::vector<bool> near =
         style.context ? nearChanges(lines, *style.context) : std::vector<bool>(lines.size(), true);
     for (std::size_t i = 0; i < lines.size();) {
         if (near[i]) {
-            output.line(lineAsShown(lines[i], style));
-            if (keepsItsWords(lines, i))
-                output.line(noteAsShown("only white space differs", style));
+            add(lineAsShown(lines[i], style));
+            if (keepsItsWords(lines, i)) add(noteAsShown("only white space differs", style));
             ++i;
             continue;
         }
         std::int64_t skipped = 0;
         for (; i < lines.size() && !near[i]; ++i)
             ++skipped;
-        output.line(noteAsShown(
-            fmt::format("{} unchanged line{}", skipped, skipped == 1 ? "" : "s"), style));
+        add(noteAsShown(fmt::format("{} unchanged line{}", skipped, skipped == 1 ? "" : "s"),
+                        style));
     }
-    if (!style.note.empty()) output.line(noteAsShown(style.note, style));
-    output.line(summaryAsShown(lines));
-    output.flush();
+    if (!style.note.empty()) add(noteAsShown(style.note, style));
+    add(summaryAsShown(lines));
+    return text;
 }
 
-void showWordDiff(const std::vector<DiffSegment>& segments, const DiffStyle& style,
-                  Output& output) {
+std::string wordDiffAsShown(const std::vector<DiffSegment>& segments, const DiffStyle& style) {
     std::string text;
     for (const DiffSegment& segment : segments) {
         if (!text.empty()) text += ' ';
         if (style.marks == DiffMarks::brackets) {
-            text += bracketed(segment, style);
+            text += bracketed(segment);
         } else {
             const std::string_view colour =
                 segment.operation == DiffOperation::insert    ? colourOf(LineChange::added)
                 : segment.operation == DiffOperation::delete_ ? colourOf(LineChange::removed)
                                                               : "";
-            const std::string words = shown(segment.text.utf8(), style);
+            const std::string words = shown(segment.text.utf8());
             text += colour.empty() ? words : fmt::format("{}{}{}", colour, words, plain);
         }
     }
-    if (!text.empty()) output.line(text);
-    output.flush();
+    if (!text.empty()) text += '\n';
+    return text;
 }
 
 void writeLineDiffJson(const std::vector<DiffLine>& lines, Output& output) {

@@ -2,7 +2,7 @@
 
 // How a comparison looks: as lines of a terminal or a pipe, or as JSON.
 //
-//   showLineDiff(LineDiff::between(before, after), {.marks = DiffMarks::brackets}, output);
+//   lineDiffAsShown(LineDiff::between(before, after), {.marks = DiffMarks::brackets});
 //   //  a
 //   // -[-b-]
 //   // +{+B x+}
@@ -28,19 +28,17 @@ struct DiffStyle {
     DiffMarks marks = DiffMarks::brackets;
     /// Unchanged lines that are shown around changed ones. Absent: all of them.
     std::optional<std::int64_t> context = 3;
-    /// Without what could steer a terminal; the output itself may be a pager's.
-    bool forTerminal = false;
     /// What the lines do not show, in front of the summary. Empty for nothing.
     std::string note = {};
 };
 
 /// The lines with their gutter, unchanged ones far from any change counted instead of shown, and
 /// the summary behind them. An edited line whose words are the old ones is said to be one.
-void showLineDiff(const std::vector<PrompterCore::DiffLine>& lines, const DiffStyle& style,
-                  Output& output);
-/// The words as one text.
-void showWordDiff(const std::vector<PrompterCore::DiffSegment>& segments, const DiffStyle& style,
-                  Output& output);
+[[nodiscard]] std::string lineDiffAsShown(const std::vector<PrompterCore::DiffLine>& lines,
+                                          const DiffStyle& style);
+/// The words as one text. Empty when there are none.
+[[nodiscard]] std::string wordDiffAsShown(const std::vector<PrompterCore::DiffSegment>& segments,
+                                          const DiffStyle& style);
 
 void writeLineDiffJson(const std::vector<PrompterCore::DiffLine>& lines, Output& output);
 void writeWordDiffJson(const std::vector<PrompterCore::DiffSegment>& segments, Output& output);

@@ -190,10 +190,17 @@ TEST(DiffCommand, GoesThroughThePagerOfATerminal) {
          "-[-b-] \r\nstatus 1\r\n"},
         {"and so are pipes without a reader", "sed -n 2p; kill -PIPE $$; echo survived",
          "-[-b-] \r\nstatus 1\r\n"},
+        {"one that fails is one all the same", "sed -n 2p; exit 3", "-[-b-] \r\nstatus 1\r\n"},
     };
     for (const auto& [what, pager, shown] : cases) {
         SCOPED_TRACE(what);
         EXPECT_EQ(onTerminal(pager), shown);
+    }
+    // The shell says what is wrong in its own words.
+    for (const char* none : {"/no/such/pager", "no-such-pager -R", "/dev/null"}) {
+        SCOPED_TRACE(none);
+        EXPECT_TRUE(onTerminal(none).ends_with("\r\n" + whole + "status 1\r\n"))
+            << onTerminal(none);
     }
 }
 
