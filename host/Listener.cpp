@@ -17,7 +17,19 @@ namespace Varnelle {
 
 namespace {
 
-constexpr std::size_t mostUnrecognised = 20;  // lines, after which the format is what it may be
+constexpr int mostUnrecognised = 20;  // lines that are not empty, after which it is hopeless
+
+bool isBlank(std::string_view line) {
+    return line.find_first_not_of(" \t") == std::string_view::npos;
+}
+
+std::string knownFormats() {
+    std::string names;
+    for (const WordsFormat format : PrompterCore::allCases<WordsFormat>) {
+        names.append(names.empty() ? "" : ", ").append(PrompterCore::rawValue(format));
+    }
+    return names;
+}
 
 }  // namespace
 
@@ -57,10 +69,12 @@ bool SoundListener::hasBlock() {
     return true;
 }
 
-void SoundListener::passOver() {
-    if (!isLive_ || soundEnded_) return;
-    read();
-    pending_.clear();
+bool SoundListener::passOver(double /*seconds*/) {
+    if (isLive_ && !soundEnded_) {
+        read();
+        pending_.clear();
+    }
+    return false;
 }
 
 std::vector<Heard> SoundListener::until(double time) {
@@ -102,13 +116,28 @@ WordsListener::WordsListener(const std::string& name,
     if (format) begin(*format);
 }
 
-std::vector<Heard> WordsListener::until(double time) {
-    while (!isEnd_ && (updates_.empty() || updates_.back().time <= time)) {
+void WordsListener::readWhatIsThere(double upTo) {
+    while (!isEnd_ && (updates_.empty() || updates_.back().time <= upTo)) {
         pollfd readable{.fd = input_.descriptor(), .events = POLLIN, .revents = 0};
         isWaiting_ = poll(&readable, 1, 0) == 0;
         if (isWaiting_) break;
         read();
     }
+}
+
+// Words that were recorded and then piped in are not passed over: they are there before their time.
+bool WordsListener::passOver(double seconds) {
+    if (!isPassedOver_) isPassedOver_ = !input_.isSeekable() && !isEnd_ && updates_.empty();
+    if (!*isPassedOver_) return false;
+    passedOver_ += seconds;
+    readWhatIsThere(now_);
+    return true;
+}
+
+std::vector<Heard> WordsListener::until(double time) {
+    now_ = time;
+    isPassedOver_.reset();
+    readWhatIsThere(time);
     std::vector<Heard> heard;
     while (!updates_.empty() && updates_.front().time <= time) {
         heard.emplace_back(std::move(updates_.front()));
@@ -156,23 +185,26 @@ void WordsListener::takeLine(std::string_view line) {
         line.remove_prefix(mark.size());
     if (line.ends_with('\r')) line.remove_suffix(1);
     if (reader_) return take(reader_->take(line));
-    unrecognised_.emplace_back(line);
-    const bool isAll = unrecognised_.size() >= mostUnrecognised;
+    unrecognised_ += line;
+    unrecognised_ += '\n';
+    if (isBlank(line)) return;
+    const bool isAll = ++unrecognisedCount_ >= mostUnrecognised;
     recognise(isAll);
 }
 
-// Finds out the format from the lines so far; when they are all there are to judge by, whatever
-// they look like.
+// Finds out the format from the lines so far, which may be all there are to judge by. Complaints
+// about each line of something else would help nobody.
 void WordsListener::recognise(bool isAll) {
-    std::string beginning;
-    for (const std::string& line : unrecognised_) {
-        beginning += line + '\n';
-    }
-    const auto format = recognisedFormat(beginning);
+    const auto format = recognisedFormat(unrecognised_);
     if (!format && !isAll) return;
+    if (!format && unrecognisedCount_ > 0)
+        throw BadData(name_ + ": this begins like no form of recognised words that is known (" +
+                      knownFormats() + "); --format says which one it is");
     begin(format.value_or(WordsFormat::jsonLines));
-    for (const std::string& line : std::exchange(unrecognised_, {})) {
-        take(reader_->take(line));
+    const std::string lines = std::exchange(unrecognised_, {});
+    for (std::size_t from = 0, to = 0; from < lines.size(); from = to + 1) {
+        to = lines.find('\n', from);
+        take(reader_->take(std::string_view(lines).substr(from, to - from)));
     }
 }
 
@@ -187,9 +219,26 @@ void WordsListener::take(WordsRead read) {
         complain_(name_ + ":" + std::to_string(broken.line) + ": " + broken.why);
     }
     for (WordsUpdate& update : read.updates) {
+        if (!input_.isSeekable()) putOnOurClock(update);
         update.time = std::max(update.time, lastTime_);  // time never goes back
         lastTime_ = update.time;
         updates_.push_back(std::move(update));
+    }
+}
+
+void WordsListener::putOnOurClock(WordsUpdate& update) {
+    const auto takesTime = [](const HeardWord& word) { return word.start < word.end; };
+    const double time = update.time - passedOver_;
+    if (std::ranges::any_of(update.words, takesTime)) {
+        const double late = std::max(now_ - time, 0.0);
+        behind_ = std::min(behind_.value_or(late), late);
+    }
+    const double shift = behind_.value_or(0) - passedOver_;
+    update.time += shift;
+    for (HeardWord& word : update.words) {
+        const bool isSaidNow = !takesTime(word) && update.time <= now_;
+        word.start = isSaidNow ? now_ : std::max(word.start + shift, 0.0);
+        word.end = isSaidNow ? now_ : std::max(word.end + shift, 0.0);
     }
 }
 

@@ -46,9 +46,10 @@ public:
     /// What happened since the last call and up to `time`, in order. Never waits: where it cannot
     /// know everything yet, `waitingFor` says on what.
     virtual std::vector<Heard> until(double time) = 0;
-    /// Time goes by that is not followed, as in a pause: what a live sound brings meanwhile is not
-    /// heard. What waits, such as a file, is not touched.
-    virtual void passOver() {}
+    /// `seconds` go by that are not followed, as in a pause: what a live sound brings meanwhile is
+    /// not heard. What waits, such as a file, is not touched. True when words of that time are
+    /// still to come, which must not count.
+    virtual bool passOver(double seconds) = 0;
     /// A file descriptor that will be readable when more can be known. Absent when everything up to
     /// the last `until` is known.
     [[nodiscard]] virtual std::optional<int> waitingFor() const { return std::nullopt; }
@@ -75,7 +76,7 @@ public:
     SoundListener(std::unique_ptr<SoundSource> sound, std::unique_ptr<Recogniser> recogniser);
 
     std::vector<Heard> until(double time) override;
-    void passOver() override;
+    bool passOver(double seconds) override;
     [[nodiscard]] std::optional<int> waitingFor() const override;
     [[nodiscard]] bool hasEnded() const override { return ended_; }
     [[nodiscard]] double endTime() const override;
@@ -100,41 +101,51 @@ private:
 };
 
 /// Words in any WordsFormat, from a file or from standard input ("-"). A line may come late: it
-/// counts when it comes.
+/// counts when it comes. What writes words into a pipe has a clock of its own, which began at
+/// another moment and goes on in our pauses: such words are put on ours by the least delay so far,
+/// and a word that takes no time is said when it comes.
 class WordsListener : public Listener {
 public:
-    /// Absent of a format, the text's beginning says it; what no format begins like is taken as
-    /// JSON Lines. `complain` is called at once with a sentence about each broken line, which is
-    /// passed over. Throws NoInput when the file cannot be read, as `until` does when that shows
-    /// later.
+    /// Absent of a format, the text's beginning says it. `complain` is called at once with a
+    /// sentence about each broken line, which is passed over. Throws NoInput when the file cannot
+    /// be read, as `until` does when that shows later; `until` throws BadData for a text that
+    /// begins like no format.
     WordsListener(const std::string& name, std::function<void(const std::string&)> complain,
                   std::optional<WordsFormat> format = std::nullopt);
 
     std::vector<Heard> until(double time) override;
+    bool passOver(double seconds) override;
     [[nodiscard]] std::optional<int> waitingFor() const override;
     [[nodiscard]] bool hasEnded() const override;
     [[nodiscard]] double endTime() const override { return lastTime_; }
     [[nodiscard]] std::optional<std::string> trouble() const override;
 
 private:
+    void readWhatIsThere(double upTo);
     void read();
     void takeLine(std::string_view line);
     void recognise(bool isAll);
     void begin(WordsFormat format);
     void take(WordsRead read);
+    void putOnOurClock(WordsUpdate& update);
 
     std::string name_;
     std::function<void(const std::string&)> complain_;
     InputFile input_;
     bool isEnd_ = false;  // of the file
     bool isWaiting_ = false;
-    std::string partial_;                    // the beginning of a line that has not ended
-    bool isBeginning_ = true;                // no line has been read
-    std::vector<std::string> unrecognised_;  // lines, while the format is not known
-    std::unique_ptr<WordsReader> reader_;    // null until the format is known
+    std::string partial_;                  // the beginning of a line that has not ended
+    bool isBeginning_ = true;              // no line has been read
+    std::string unrecognised_;             // lines, while the format is not known
+    int unrecognisedCount_ = 0;            // of those that are not blank
+    std::unique_ptr<WordsReader> reader_;  // null until the format is known
     std::int64_t brokenLines_ = 0;
-    std::deque<WordsUpdate> updates_;  // read, and still to come
-    double lastTime_ = 0;              // of the last update read
+    std::deque<WordsUpdate> updates_;   // read, and still to come
+    double lastTime_ = 0;               // of the last update read
+    double now_ = 0;                    // up to where it was asked for
+    std::optional<bool> isPassedOver_;  // what comes in this pause; absent outside of one
+    double passedOver_ = 0;             // seconds of all pauses that a live source went on in
+    std::optional<double> behind_;      // seconds; absent before the first live word
 };
 
 }  // namespace Varnelle

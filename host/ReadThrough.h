@@ -62,6 +62,8 @@ public:
     /// Moves by hand to token `index` (clamped to the script). Words spoken before `time` no longer
     /// count: following goes on from there.
     void seekTo(std::int64_t index, double time);
+    /// Words spoken before `time` no longer count: they were said in a pause. The place stays.
+    void ignoreBefore(double time) noexcept { heardFrom_ = time; }
     /// Moves by `step` lines, negative for up. False, and nothing moved, when there is no such
     /// line.
     bool moveLines(std::int64_t step, double time);

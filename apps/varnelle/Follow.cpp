@@ -136,8 +136,10 @@ public:
         Clock::time_point due = Clock::now();
         for (std::int64_t k = 0; !hasQuit_; k += isPaused_ ? 0 : 1) {
             now_ = static_cast<double>(k) / options_.framesPerSecond;
+            const Clock::time_point before = std::exchange(looked_, Clock::now());
             if (isPaused_) {
-                listener_.passOver();
+                const std::chrono::duration<double> passed = looked_ - before;
+                wordsPassedOver_ = listener_.passOver(passed.count());
             } else {
                 wasInterrupted = listen();
             }
@@ -220,7 +222,7 @@ private:
 
     void obey(ScreenCommand command) {
         switch (command) {
-            case ScreenCommand::pause: isPaused_ = !isPaused_; break;
+            case ScreenCommand::pause: pause(); break;
             case ScreenCommand::restart: reading_.restart(now_); break;
             case ScreenCommand::resized:
                 reading_.layOut(screen_->linesFor(reading_.script()));
@@ -229,6 +231,14 @@ private:
             case ScreenCommand::interrupt: hasQuit_ = wasInterruptKey_ = true; break;
             default: moveByHand(reading_, command, now_); break;
         }
+    }
+
+    void pause() {
+        isPaused_ = !isPaused_;
+        // Up to between this frame and the next.
+        if (!isPaused_ && wordsPassedOver_)
+            reading_.ignoreBefore(now_ + 0.5 / options_.framesPerSecond);
+        wordsPassedOver_ = false;
     }
 
     // When the next frame is to be shown; a frame that came late does not make the next ones hurry.
@@ -249,8 +259,10 @@ private:
     ReadThrough reading_;
     ScrollStepper wheel_{.threshold = wheelRowsPerLine};
     double now_ = 0;
+    Clock::time_point looked_ = Clock::now();  // when it last listened, or passed over
     Frame last_;
     bool isPaused_ = false;
+    bool wordsPassedOver_ = false;  // in this pause
     bool hasQuit_ = false;
     bool wasInterruptKey_ = false;
 };

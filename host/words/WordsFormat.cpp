@@ -25,10 +25,13 @@ constexpr std::pair<std::string_view, WordsFormat> tellingKeys[] = {
     {"result", WordsFormat::vosk},           {"alternatives", WordsFormat::vosk},
 };
 
+// Beside "text" in what Vosk says of an utterance without words, when it tells speakers apart.
+bool isOfSpeaker(std::string_view key) { return key == "spk" || key == "spk_frames"; }
+
 // The keys of the outermost object so far, in order, and whether it has been closed.
 std::optional<WordsFormat> formatOfObject(std::string_view text) {
     int depth = 0;
-    bool hasText = false;
+    bool hasText = false, hasMore = false;
     std::string last;
     for (std::size_t at = 0; at < text.size(); ++at) {
         const char byte = text[at];
@@ -43,14 +46,16 @@ std::optional<WordsFormat> formatOfObject(std::string_view text) {
                 tellingKeys, [&](const auto& row) { return row.first == last; });
             if (found != std::end(tellingKeys)) return found->second;
             hasText = hasText || last == "text";
+            hasMore = hasMore || (last != "text" && !isOfSpeaker(last));
         } else if (byte == '{' || byte == '[') {
             ++depth;
         } else if ((byte == '}' || byte == ']') && --depth <= 0) {
             break;
         }
     }
-    // An utterance without words is all that Vosk says of it; others have more to say.
-    if (depth <= 0 && hasText) return WordsFormat::vosk;
+    // An utterance's text is all that Vosk says of it when it is not asked for times; others have
+    // more to say.
+    if (depth <= 0 && hasText && !hasMore) return WordsFormat::vosk;
     return std::nullopt;
 }
 

@@ -64,6 +64,52 @@ TEST(WordsListener, ABrokenLineIsNamedAndTheRestGoesOn) {
     EXPECT_EQ(listener.trouble(), file.name() + ": 2 broken lines were passed over");
 }
 
+std::string refusal(const std::string& text, std::optional<WordsFormat> format = std::nullopt) {
+    const TemporaryFile file(text);
+    Complaints complaints;
+    WordsListener listener(file.name(), complaints.listen(), format);
+    try {
+        static_cast<void>(listener.until(ever));
+    } catch (const BadData& failure) {
+        EXPECT_EQ(complaints.said, std::vector<std::string>{});
+        std::string why = failure.what();
+        EXPECT_TRUE(why.starts_with(file.name() + ": ")) << why;
+        return why.substr(file.name().size() + 2);
+    }
+    return "nothing was thrown";
+}
+
+TEST(WordsListener, ATextInNoKnownFormIsRefusedWithTheFormsThereAre) {
+    const std::string refused =
+        "this begins like no form of recognised words that is known (jsonl, vosk, whisper, "
+        "sherpa, ctm, vtt, srt); --format says which one it is";
+    std::string speech;
+    for (int i = 0; i < 1000; ++i) {
+        speech += "Behind me stands a small white lighthouse.\n\n";
+    }
+    EXPECT_EQ(refusal(speech), refused);
+    EXPECT_EQ(refusal("nonsense"), refused);
+    EXPECT_EQ(refusal("\n\n{\"text\":\"hello\",\"segments\":[]}\n"), refused);
+    const std::string twoByteText("1\0\r\0\n\0", 6);
+    EXPECT_EQ(refusal(twoByteText), refused);
+    EXPECT_EQ(refusal("nonsense", WordsFormat::jsonLines), "nothing was thrown");
+    EXPECT_EQ(refusal("\r\n \t\n\n"), "nothing was thrown");
+}
+
+TEST(WordsListener, AFormIsRecognisedWithinTwentyLinesThatSaySomething) {
+    std::string lines;
+    for (int i = 0; i < 19; ++i) {
+        lines += "loading\n\n";
+    }
+    const TemporaryFile file(lines + line(1, "a"));
+    Complaints complaints;
+    WordsListener listener(file.name(), complaints.listen());
+    EXPECT_EQ(wordsOf(listener.until(ever)), std::vector<std::string>{"a"});
+    ASSERT_EQ(complaints.said.size(), 19U);
+    EXPECT_EQ(complaints.said.back(), file.name() + ":37: the line is no JSON");
+    EXPECT_NE(refusal("loading\n" + lines + line(1, "a")), "nothing was thrown");
+}
+
 TEST(WordsListener, TimeNeverGoesBack) {
     const TemporaryFile file(line(2, "a") + line(1, "b"));
     Complaints complaints;
@@ -82,33 +128,113 @@ TEST(WordsListener, AnEmptyFileHasEndedAtItsBeginning) {
     EXPECT_EQ(listener.endTime(), 0);
 }
 
-TEST(WordsListener, APipeIsNeverWaitedFor) {
-    int ends[2] = {-1, -1};
-    ASSERT_EQ(pipe(ends), 0);
-    const int kept = dup(STDIN_FILENO);
-    dup2(ends[0], STDIN_FILENO);
-    Complaints complaints;
-    {
-        WordsListener listener("-", complaints.listen());
-        EXPECT_TRUE(listener.until(1).empty());
-        EXPECT_EQ(listener.waitingFor(), STDIN_FILENO);
-        EXPECT_FALSE(listener.hasEnded());
-
-        const std::string whole = line(0.5, "late");
-        ASSERT_EQ(write(ends[1], whole.data(), 10), 10) << "half a line";
-        EXPECT_TRUE(listener.until(1).empty());
-        const auto rest = static_cast<ssize_t>(whole.size() - 10);
-        ASSERT_EQ(write(ends[1], whole.data() + 10, whole.size() - 10), rest);
-        EXPECT_EQ(wordsOf(listener.until(1)), (std::vector<std::string>{"late"}));
-
-        close(ends[1]);
-        EXPECT_TRUE(listener.until(2).empty());
-        EXPECT_TRUE(listener.hasEnded());
-        EXPECT_EQ(listener.waitingFor(), std::nullopt);
+// A pipe in the place of standard input.
+class PipedInput {
+public:
+    PipedInput() : kept_(dup(STDIN_FILENO)) {
+        int ends[2] = {-1, -1};
+        EXPECT_EQ(pipe(ends), 0);
+        dup2(ends[0], STDIN_FILENO);
+        close(ends[0]);
+        end_ = ends[1];
     }
-    dup2(kept, STDIN_FILENO);
-    close(kept);
-    close(ends[0]);
+    PipedInput(const PipedInput&) = delete;
+    PipedInput& operator=(const PipedInput&) = delete;
+    ~PipedInput() {
+        dup2(kept_, STDIN_FILENO);
+        close(kept_);
+        finish();
+    }
+
+    void write(const std::string& bytes) const {
+        EXPECT_EQ(::write(end_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    }
+    void finish() {
+        if (end_ >= 0) close(std::exchange(end_, -1));
+    }
+
+private:
+    int kept_;
+    int end_ = -1;
+};
+
+TEST(WordsListener, APipeIsNeverWaitedFor) {
+    PipedInput input;
+    Complaints complaints;
+    WordsListener listener("-", complaints.listen());
+    EXPECT_TRUE(listener.until(1).empty());
+    EXPECT_EQ(listener.waitingFor(), STDIN_FILENO);
+    EXPECT_FALSE(listener.hasEnded());
+
+    const std::string whole = line(0.5, "late");
+    input.write(whole.substr(0, 10));
+    EXPECT_TRUE(listener.until(1).empty());
+    input.write(whole.substr(10));
+    EXPECT_EQ(wordsOf(listener.until(1)), (std::vector<std::string>{"late"}));
+
+    input.finish();
+    EXPECT_TRUE(listener.until(2).empty());
+    EXPECT_TRUE(listener.hasEnded());
+    EXPECT_EQ(listener.waitingFor(), std::nullopt);
+}
+
+std::string ctm(double end, const std::string& word) {
+    return "talk 1 " + std::to_string(end - 0.25) + " 0.25 " + word + "\n";
+}
+
+HeardWord only(const std::vector<Heard>& heard) {
+    EXPECT_EQ(heard.size(), 1U);
+    if (heard.size() != 1) return {};
+    return std::get<WordsUpdate>(heard[0]).words.at(0);
+}
+
+TEST(WordsListener, LiveWordsArePutOnOurClockByTheLeastDelay) {
+    PipedInput input;
+    Complaints complaints;
+    WordsListener listener("-", complaints.listen());
+    EXPECT_TRUE(listener.until(29.5).empty()) << "the recogniser loads its model";
+    input.write(ctm(1.5, "a"));
+    EXPECT_EQ(only(listener.until(31.5)).start, 31.25);
+    input.write(ctm(2.5, "b"));
+    EXPECT_EQ(only(listener.until(31.75)).start, 31.5) << "it was only 29.25 behind";
+    input.write(ctm(3.5, "c"));
+    EXPECT_EQ(only(listener.until(33.75)).start, 32.5) << "and this word comes late";
+    EXPECT_EQ(listener.until(34), std::vector<Heard>{});
+}
+
+TEST(WordsListener, RecordedWordsInAPipeWaitForTheirTime) {
+    PipedInput input;
+    Complaints complaints;
+    WordsListener listener("-", complaints.listen());
+    input.write(ctm(1.5, "a") + ctm(2.5, "b"));
+    EXPECT_EQ(listener.until(1), std::vector<Heard>{});
+    EXPECT_FALSE(listener.passOver(100)) << "nor does a pause touch them";
+    EXPECT_EQ(only(listener.until(2)).start, 1.25);
+    EXPECT_EQ(only(listener.until(2.5)).start, 2.25);
+}
+
+TEST(WordsListener, LiveWordsAreNotHeldBackByAPause) {
+    PipedInput input;
+    Complaints complaints;
+    WordsListener listener("-", complaints.listen());
+    input.write(ctm(1.5, "a"));
+    EXPECT_EQ(only(listener.until(2)).start, 1.75);
+    EXPECT_TRUE(listener.passOver(10));
+    input.write(ctm(16.5, "aside"));
+    EXPECT_TRUE(listener.passOver(10));
+    EXPECT_LT(only(listener.until(2.125)).start, 2) << "said in the pause";
+    input.write(ctm(22.5, "b"));
+    EXPECT_EQ(only(listener.until(3)).start, 2.75);
+}
+
+TEST(WordsListener, LiveWordsWithoutTimesAreSaidWhenTheyCome) {
+    PipedInput input;
+    Complaints complaints;
+    WordsListener listener("-", complaints.listen());
+    input.write("{\"partial\":\"behind\"}\n");
+    EXPECT_EQ(only(listener.until(5)).start, 5);
+    input.write("{\"partial\":\"behind me\"}\n");
+    EXPECT_EQ(only(listener.until(6)), (HeardWord{"me", 6, 6, std::nullopt}));
 }
 
 TEST(WordsListener, AMissingFileIsRefused) {
@@ -205,7 +331,7 @@ TEST(SoundListener, ALiveSoundIsNotHeardBehindAPauseOrAStop) {
     source.there.assign(1600, 0.5F);
     EXPECT_FALSE(listener.until(0.1).empty());
     source.there.assign(16000, 0.5F);
-    listener.passOver();
+    EXPECT_FALSE(listener.passOver(1));
     EXPECT_TRUE(listener.until(1).empty()) << "it was a pause";
     EXPECT_NEAR(listener.endTime(), 0.1, 1e-9) << "and no time of the reading";
     source.there.assign(16000, 0.5F);
@@ -218,7 +344,7 @@ TEST(SoundListener, ALiveSoundIsNotHeardBehindAPauseOrAStop) {
 TEST(SoundListener, AFileIsNotTouchedByAPause) {
     SoundListener listener(std::make_unique<SoundFileSource>(sample),
                            std::make_unique<CountingRecogniser>());
-    listener.passOver();
+    EXPECT_FALSE(listener.passOver(1));
     static_cast<void>(listener.until(ever));
     EXPECT_NEAR(listener.endTime(), 62.55, 0.001);
 }

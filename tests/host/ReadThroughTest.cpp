@@ -101,6 +101,18 @@ TEST(ReadThrough, AHandMoveWinsAndFollowingResumesFromThere) {
     EXPECT_EQ(reading.cursor(), 10);
 }
 
+TEST(ReadThrough, WordsOfAPauseDoNotCount) {
+    ReadThrough reading = readingOf(text);
+    reading.hear(said(1, 0, {"alpha", "bravo"}));
+    const double before = reading.frameAt(1.5).position;
+    reading.ignoreBefore(2);
+    EXPECT_EQ(reading.hear(said(2.1, 2, {"golf", "hotel"})), std::nullopt);
+    EXPECT_EQ(reading.cursor(), 1);
+    EXPECT_GE(reading.frameAt(2.1).position, before) << "the display does not jump";
+    ASSERT_TRUE(reading.hear(said(3, 4, {"charlie", "delta"})));
+    EXPECT_EQ(reading.cursor(), 3);
+}
+
 TEST(ReadThrough, LinesMoveByHand) {
     ReadThrough reading = readingOf(text);
     EXPECT_FALSE(reading.moveLines(-1, 1)) << "already at the first line";

@@ -173,7 +173,7 @@ TEST(PrompterScreen, KeysWorkWhileWordsArePipedIn) {
 
 TEST(PrompterScreen, WhatIsWrongWithTheWordsIsSaidWhenItIsGone) {
     const Terminal terminal("echo nonsense | " + (VARNELLE_PROGRAM + (" follow " + sampleScript)) +
-                            " --words -");
+                            " --words - --format jsonl");
     terminal.expectEnd(65);
     EXPECT_NE(terminal.screen().find("varnelle: standard input:1: the line is no JSON\n"
                                      "varnelle: standard input: 1 broken line was passed over\n"),
