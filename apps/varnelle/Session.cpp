@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <exception>
 #include <memory>
 #include <span>
 #include <utility>
@@ -41,11 +42,14 @@ public:
             if (!listensForClaps_) tell(recorder_.step());
             loop();
         } catch (...) {
-            static_cast<void>(recorder_.finish());  // nobody may be there to be told
+            const std::vector<TakeNews> last = recorder_.finish();
+            try {
+                end(last);
+            } catch (const std::exception&) {  // nobody may be there to be told
+            }
             throw;
         }
-        tell(recorder_.finish());
-        display_->end(recorder_.time(), recorder_.savedCount(), wasInterrupted_);
+        end(recorder_.finish());
         return {.wasInterrupted = wasInterrupted_,
                 .wasQuit = hasQuit_,
                 .takes = recorder_.savedCount(),
@@ -96,6 +100,11 @@ private:
             pending_.erase(pending_.begin(), pending_.begin() + static_cast<std::ptrdiff_t>(size));
         }
         return false;
+    }
+
+    void end(const std::vector<TakeNews>& news) {
+        tell(news);
+        display_->end(recorder_.time(), recorder_.savedCount(), wasInterrupted_);
     }
 
     void tell(const std::vector<TakeNews>& news) {

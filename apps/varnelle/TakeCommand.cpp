@@ -37,7 +37,9 @@ void prepare(const std::filesystem::path& folder) {
                           std::strerror(error) + ")");
     };
     if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) refuse(errno);
-    if (!std::filesystem::is_directory(folder)) refuse(ENOTDIR);
+    struct stat status {};
+    if (stat(folder.c_str(), &status) != 0) refuse(errno);
+    if (!S_ISDIR(status.st_mode)) refuse(ENOTDIR);
     if (access(folder.c_str(), W_OK | X_OK) != 0) refuse(errno);
 }
 
@@ -115,18 +117,22 @@ ExitStatus takeCommand(const TakeArguments& arguments, const FollowOptions& opti
     for (const SavedTake& take : recovered) {
         if (take.trouble) complaints.say(*take.trouble);
     }
-    const auto trouble = sound->trouble();
+    // A microphone has said its own at the time.
+    const auto trouble = arguments.audio ? sound->trouble() : std::nullopt;
     if (trouble) complaints.say(*trouble);
     if (result.trouble) {
         complaints.say(*result.trouble);
         return ExitStatus::cannotWrite;
     }
     if (result.wasInterrupted) return ExitStatus::interrupted;
-    if (trouble && arguments.audio) return ExitStatus::badData;
+    if (trouble) return ExitStatus::badData;
     if (result.takes > 0 || result.wasQuit || !arguments.audio) return ExitStatus::done;
-    complaints.say(
-        fmt::format("{}: no take; nowhere in its {:.0f} seconds are two claps to begin one",
-                    shownName(*arguments.audio), result.seconds));
+    const std::string why =
+        arguments.listensForClaps
+            ? fmt::format("nowhere in its {:.0f} seconds are two claps to begin one",
+                          result.seconds)
+            : "there is no sound in it";
+    complaints.say(fmt::format("{}: no take; {}", shownName(*arguments.audio), why));
     return ExitStatus::badData;
 }
 

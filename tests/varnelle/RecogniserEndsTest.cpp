@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <csignal>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <utility>
@@ -17,21 +15,6 @@
 
 namespace Varnelle::Tests {
 namespace {
-
-std::optional<pid_t> childOf(pid_t parent) {
-    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-        std::ifstream status(entry.path() / "stat");
-        std::string line;
-        if (!std::getline(status, line)) continue;
-        pid_t id = 0, itsParent = 0;
-        char state = 0;
-        if (std::sscanf(line.c_str(), "%d", &id) == 1 &&
-            std::sscanf(line.c_str() + line.rfind(')') + 1, " %c %d", &state, &itsParent) == 2 &&
-            itsParent == parent && state != 'Z')
-            return id;
-    }
-    return std::nullopt;
-}
 
 std::vector<Json> alignedIn(const std::string& lines) {
     std::vector<Json> aligned;

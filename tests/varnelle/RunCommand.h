@@ -5,9 +5,15 @@
 //   CommandResult result = runVarnelle({"script", "-"}, {.input = "Hello.\n"});
 //   result.out;      // "1 word · under a minute aloud\n"
 
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <sys/types.h>
 
 #include "tests/support/RunningCommand.h"
 
@@ -41,6 +47,22 @@ inline void expectRefusal(const CommandResult& result, int status, std::string_v
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(result.error, "varnelle: " + std::string(why) + "\n");
     EXPECT_EQ(result.status, status);
+}
+
+/// A process that `parent` has started and that still runs. Absent when there is none.
+inline std::optional<pid_t> childOf(pid_t parent) {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+        std::ifstream status(entry.path() / "stat");
+        std::string line;
+        if (!std::getline(status, line)) continue;
+        pid_t id = 0, itsParent = 0;
+        char state = 0;
+        if (std::sscanf(line.c_str(), "%d", &id) == 1 &&
+            std::sscanf(line.c_str() + line.rfind(')') + 1, " %c %d", &state, &itsParent) == 2 &&
+            itsParent == parent && state != 'Z')
+            return id;
+    }
+    return std::nullopt;
 }
 
 inline const std::string sampleScript = VARNELLE_SAMPLE_DIRECTORY "/sample.txt";

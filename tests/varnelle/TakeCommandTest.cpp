@@ -361,6 +361,40 @@ TEST(TakeCommand, AnInterruptKeepsTheRunningTake) {
     }
 }
 
+TEST(TakeCommand, WhatEndsASessionLeavesItsTakeAndSaysWhere) {
+    Recording recording(room(60).mixAt(1, spoken(0, 55)));
+    RunningCommand command(varnelle(recording.arguments({"--no-claps", "--json", "--speed", "1"})));
+    ASSERT_TRUE(command.readUntil("recording"));
+    // One recogniser after the other is ended, be it ready yet or not.
+    const auto isGivenUp = [&] {
+        return command.error().find("it is given up") != std::string::npos ||
+               command.error().find("cannot be started") != std::string::npos;
+    };
+    for (int i = 0; i < 300 && !isGivenUp(); ++i) {
+        if (const auto recogniser = childOf(command.processId())) kill(*recogniser, SIGKILL);
+        command.isSilent();
+    }
+    EXPECT_TRUE(isGivenUp()) << command.error();
+    const CommandResult result = command.finish();
+    EXPECT_EQ(result.status, 69);
+    ASSERT_EQ(eventsOf(result, "saved").size(), 1U) << result.out;
+    const Json saved = eventsOf(result, "saved").at(0);
+    EXPECT_EQ(eventsOf(result, "end").size(), 1U);
+    EXPECT_NEAR(decodedSound(std::string(saved["file"])).duration, saved["seconds"], 0.001);
+    EXPECT_EQ(recording.names().size(), 3U);
+}
+
+TEST(TakeCommand, ASessionWithoutAnySoundSaysWhyThereIsNoTake) {
+    const Recording recording(Sounds(rate, 0, 1));
+    const std::string none = "varnelle: " + recording.sound() + ": no take; ";
+    const CommandResult atOnce = recording.run({"--no-claps"});
+    EXPECT_EQ(atOnce.status, 65);
+    EXPECT_EQ(atOnce.error, none + "there is no sound in it\n");
+    EXPECT_EQ(recording.run().error,
+              none + "nowhere in its 0 seconds are two claps to begin one\n");
+    EXPECT_EQ(recording.names(), Names{});
+}
+
 TEST(TakeCommand, UnderNohupATerminalMayBeClosed) {
     Recording recording(
         room(30).clapAt(1).clapAt(1.3).mixAt(2, spoken(0, 20)).clapAt(25).clapAt(25.3));
@@ -427,6 +461,12 @@ TEST(TakeCommand, AFolderIsMadeInsideOneThatExists) {
         runVarnelle({"take", sampleScript, "--audio", recording.sound(), "--to", sampleScript})
             .status,
         74);
+    const std::filesystem::path round = recording.takes() / "round";
+    std::filesystem::create_symlink("round", round);
+    EXPECT_EQ(
+        runVarnelle({"take", sampleScript, "--audio", recording.sound(), "--to", round}).error,
+        "varnelle: " + round.string() +
+            ": no takes can be stored here (Too many levels of symbolic links)\n");
 }
 
 TEST(TakeCommand, ALongTitleIsShortenedToWhatAFilesNameHolds) {
@@ -475,7 +515,10 @@ TEST(TakeCommand, ATakeAtAMicrophoneHasACountdownAndTheWallClocksName) {
     EXPECT_NEAR(began + saved["seconds"].get<double>(), saved["time"], 0.001);
     const DecodedSound sound = decodedSound(std::string(saved["file"]));
     EXPECT_EQ(sound.rate, 48000);
-    EXPECT_NEAR(loudest(sound.samples), 0.5, 0.15) << "the reading, not the claps";
+    EXPECT_GT(loudest(sound.samples), 0.35) << "the reading";
+    // In between may stand claps that a busy machine broke.
+    EXPECT_LT(loudest(std::span(sound.samples).first(48000)), 0.65) << "not the claps before it";
+    EXPECT_LT(loudest(std::span(sound.samples).last(9600)), 0.65) << "nor those that ended it";
     EXPECT_EQ(claps.names().size(), 3U);
     EXPECT_EQ(claps.names().at(1).find("sample 20"), 0U);
 }
