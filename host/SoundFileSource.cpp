@@ -73,7 +73,8 @@ public:
         if (file_ == nullptr) {
             std::string why = sf_strerror(nullptr);
             if (why.ends_with('.')) why.pop_back();
-            throw BadData(name_ + ": no sound file that can be read (" + why + ")");
+            throw BadData(name_ + ": no sound file that can be read (" + why +
+                          "); WAV, FLAC and Ogg files can be");
         }
         if (info_.channels <= 0 || !Resampler::converts(info_.samplerate, recogniserRate)) {
             sf_close(file_);

@@ -17,6 +17,7 @@
 #include "apps/varnelle/Json.h"
 #include "apps/varnelle/Output.h"
 #include "host/ClapsInSpeech.h"
+#include "host/InputFile.h"
 #include "host/LastClaps.h"
 #include "host/SoundFileSource.h"
 #include "host/SoundTail.h"
@@ -87,9 +88,10 @@ public:
         output_.flush();
     }
 
-private:
     double time() const { return static_cast<double>(tail_.end()) / rate_; }
+    bool hasHeard() const { return hasHeard_; }
 
+private:
     void show(const std::vector<ClapGesture>& gestures) {
         for (const ClapGesture& gesture : gestures) {
             show(gesture);
@@ -102,6 +104,7 @@ private:
             answer.command = PrompterCore::clapCommandFor(gesture.count, recording_);
         if (answer.command) recording_ = *answer.command == ClapCommand::start;
         output_.write(json_ ? asJsonLine(gesture, answer) : shown(gesture, answer));
+        hasHeard_ = true;
     }
 
     double rate_;
@@ -110,6 +113,7 @@ private:
     SoundTail tail_;
     bool json_;
     bool recording_ = false;
+    bool hasHeard_ = false;
     Output output_;
 };
 
@@ -124,6 +128,9 @@ ExitStatus clapsCommand(const std::string& name, bool json) {
     hearing.end();
     const auto trouble = sound.trouble();
     if (trouble) complain(*trouble);
+    if (!hearing.hasHeard() && !json)
+        complain(
+            fmt::format("{}: no claps in its {:.0f} seconds", shownName(name), hearing.time()));
     return trouble ? ExitStatus::badData : ExitStatus::done;
 }
 

@@ -152,11 +152,12 @@ public:
         const bool isKnown = tgetent(nullptr, terminalName().c_str()) == 1;
         screen_ = isKnown ? newterm(nullptr, stdout, input) : nullptr;
         if (screen_ == nullptr)
-            throw Unavailable("the terminal \"" + terminalName() + "\" (TERM) is unknown here");
+            throw Unavailable("the terminal \"" + terminalName() +
+                              "\" (TERM) is unknown here; --plain needs none");
         if (tigetstr("cup") == nullptr) {
             release();
             throw Unavailable("the terminal \"" + terminalName() +
-                              "\" (TERM) cannot show a full screen");
+                              "\" (TERM) cannot show a full screen; --plain needs none");
         }
         set_term(screen_);
         raw();

@@ -146,9 +146,15 @@ TEST(ClapsCommand, ClapsThatAreNotObeyedDoNotChangeWhatTheNextOnesCommand) {
     EXPECT_TRUE(out.ends_with("  12.000 s    12.300 s  2 claps    start\n")) << out;
 }
 
-TEST(ClapsCommand, SilenceSaysNothing) {
-    EXPECT_EQ(claps(Sounds(16'000, 2.0, 1)).out, "");
-    EXPECT_EQ(claps(Sounds(16'000, 0.0, 1)).status, 0) << "no sample at all";
+TEST(ClapsCommand, SilenceHasNoClaps) {
+    for (const double seconds : {2.0, 0.0}) {
+        const CommandResult result = claps(Sounds(16'000, seconds, 1));
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.error, "varnelle: standard input: no claps in its " +
+                                    std::to_string(static_cast<int>(seconds)) + " seconds\n");
+        EXPECT_EQ(result.status, 0);
+    }
+    expectText(claps(Sounds(16'000, 2.0, 1), {"--json"}), "");
 }
 
 TEST(ClapsCommand, WhatIsNoSoundIsRefused) {

@@ -90,7 +90,8 @@ TEST(ExitStatus, BadDataIs65) {
     expectFailure(runVarnelle({"script", "-"}, {.input = "\xFF"}), 65,
                   "standard input:1: the text is not UTF-8; save it as UTF-8 and try again");
 
-    const std::string noSound = ": no sound file that can be read (Format not recognised)";
+    const std::string noSound =
+        ": no sound file that can be read (Format not recognised); WAV, FLAC and Ogg files can be";
     const TemporaryFile empty("");
     for (const std::string& file : {sampleScript, empty.name()}) {
         expectFailure(runVarnelle({"follow", sampleScript, "--audio", file}), 65, file + noSound);
