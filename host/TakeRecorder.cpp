@@ -199,6 +199,12 @@ void TakeRecorder::end(double time, std::vector<TakeNews>& news) {
                     .marks = std::nullopt,
                     .chapters = std::nullopt};
     if (take.trouble) saved.sound.trouble = take.trouble;
+    if (saved.sound.file.empty()) {
+        trouble_ = saved.sound.trouble;
+        forget();
+        news.emplace_back(TakeCalledOff{.time = time});
+        return;
+    }
     // What was recognised while the claps were being recognised belongs to no take.
     std::vector<ChapterMark> marks = take.marker.marks();
     std::erase_if(marks,

@@ -57,7 +57,8 @@ struct CountdownBegan {
     double time = 0;
     std::int64_t seconds = 0;
 };
-/// The countdown was called off, or a take that had hardly begun.
+/// The countdown was called off, or a take that had hardly begun; or no sound of a take could be
+/// written.
 struct TakeCalledOff {
     double time = 0;
 };

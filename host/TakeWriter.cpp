@@ -49,14 +49,20 @@ path saveWhole(int source, const NewFileName& name, const M4aContent& content) {
     return saved;
 }
 
-// The frames become the take, or where that fails, are the take. Their own name goes.
+// The frames become the take, or where that fails, are the take. Their own name goes. Without any
+// sound there is none.
 SavedTake save(int source, const path& unfinished, const NewFileName& name,
                std::optional<std::int64_t> samples, std::chrono::system_clock::time_point began) {
     SavedTake saved{.file = unfinished, .seconds = 0, .trouble = std::nullopt};
     try {
         const AacFrames frames = aacFramesIn(source);
         const std::int64_t count = std::min(samples.value_or(soundIn(frames)), soundIn(frames));
-        if (frames.rate != 0) saved.seconds = static_cast<double>(count) / frames.rate;
+        if (count == 0) {
+            static_cast<void>(unlink(unfinished.c_str()));
+            saved.file.clear();
+            return saved;
+        }
+        saved.seconds = static_cast<double>(count) / frames.rate;
         try {
             saved.file = saveWhole(source, name, {.samples = count, .made = began});
         } catch (const CannotWrite& failure) {
@@ -217,7 +223,8 @@ std::vector<SavedTake> TakeWriter::recover(const path& folder) {
         std::string stem = file.filename().string();
         stem.resize(stem.size() - unfinishedEnding.size());
         const auto began = std::chrono::system_clock::from_time_t(status.st_mtime);
-        saved.push_back(save(source->descriptor(), file, NewFileName(folder, stem), {}, began));
+        SavedTake take = save(source->descriptor(), file, NewFileName(folder, stem), {}, began);
+        if (!take.file.empty()) saved.push_back(std::move(take));
     }
     return saved;
 }

@@ -34,7 +34,7 @@ struct TakeFile {
 
 /// What became of a take.
 struct SavedTake {
-    std::filesystem::path file;
+    std::filesystem::path file;          ///< empty when there is none
     double seconds = 0;                  ///< of sound in it
     std::optional<std::string> trouble;  ///< why it is not all that it should be, in a sentence
 };
@@ -56,7 +56,8 @@ public:
     [[nodiscard]] double seconds() const noexcept;
 
     /// Saves the take under its name. Where it cannot become an `.m4a`, as on a full disk, it stays
-    /// as it was recorded, as "NAME.aac", and `trouble` says so. Nothing is written after it.
+    /// as it was recorded, as "NAME.aac", and `trouble` says so. Where it holds no sound, nothing
+    /// is left of it and `seconds` is 0. Nothing is written after it.
     [[nodiscard]] SavedTake finish();
     /// Nobody wants it: nothing is left of it.
     void discard() noexcept;

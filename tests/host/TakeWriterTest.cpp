@@ -290,6 +290,24 @@ TEST(TakeWriter, AFullDiskEndsATakeAndKeepsWhatItHolds) {
     EXPECT_NEAR(decodedSound(before.file).duration, 0.5, 0.001);
 }
 
+TEST(TakeWriter, NothingIsLeftOfATakeWithoutSound) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(TakeWriter(talk(folder)).finish().file, "");
+    EXPECT_EQ(folder.names(), Names{});
+    const int status = statusWithRoomFor(0, [&] {
+        TakeWriter take(talk(folder));
+        bool isFull = false;
+        try {
+            take.write(glide(48000, 1));
+        } catch (const CannotWrite&) {
+            isFull = true;
+        }
+        return isFull && take.finish().file.empty() ? 0 : 1;
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(folder.names(), Names{});
+}
+
 TEST(TakeWriter, WithoutRoomForTheFinishedFileTheTakeStaysAsItWasRecorded) {
     const TemporaryFolder folder;
     std::int64_t size = 0;

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <sndfile.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "apps/varnelle/TakeCommand.h"
@@ -441,6 +442,24 @@ TEST(TakeCommand, AFullDiskEndsTheSessionAndKeepsWhatThereIs) {
     EXPECT_LT(seconds, 50);
     const std::string file = saved[1]["file"];
     EXPECT_NEAR(static_cast<double>(decodedSound(file).samples.size()) / rate, seconds, 0.2);
+}
+
+TEST(TakeCommand, ADiskWithoutAnyRoomHoldsNoTake) {
+    Recording recording(room(6).mixAt(0, spoken(0, 6)));
+    RunningCommand command(varnelle(
+        recording.arguments({"--no-claps", "--countdown", "3", "--speed", "1", "--json"})));
+    ASSERT_TRUE(command.readUntil("countdown"));
+    // The recogniser has its files by now.
+    const rlimit none{.rlim_cur = 0, .rlim_max = 0};
+    ASSERT_EQ(prlimit(command.processId(), RLIMIT_FSIZE, &none, nullptr), 0);
+    const CommandResult result = command.finish();
+    EXPECT_EQ(result.status, 74);
+    EXPECT_NE(result.error.find("File too large; the take ends after 0 seconds"), std::string::npos)
+        << result.error;
+    EXPECT_EQ(eventsOf(result, "saved").size(), 0U);
+    EXPECT_EQ(eventsOf(result, "calledOff").size(), 1U);
+    EXPECT_EQ(eventsOf(result, "end").at(0)["takes"], 0);
+    EXPECT_EQ(recording.names(), Names{});
 }
 
 TEST(TakeCommand, AFolderIsMadeInsideOneThatExists) {
