@@ -8,6 +8,10 @@ target_compile_options(promptercore_ours INTERFACE
   -ffp-contract=off
   -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor
   -Woverloaded-virtual -Wold-style-cast)
+if(CMAKE_UNITY_BUILD)
+  # Files that are compiled as one may hide each other's names; by itself each of them is checked.
+  target_compile_options(promptercore_ours INTERFACE -Wno-shadow)
+endif()
 if(PROMPTERCORE_STRICT)
   target_compile_options(promptercore_ours INTERFACE -Werror)
 endif()

@@ -40,9 +40,7 @@ SoundListener::SoundListener(std::unique_ptr<SoundSource> sound,
       recogniser_(std::move(recogniser)),
       isLive_(sound_->waitingFor().has_value()) {}
 
-double SoundListener::endTime() const {
-    return static_cast<double>(samplesHeard_) / recogniserRate;
-}
+double SoundListener::endTime() const { return recogniserSeconds(samplesHeard_); }
 
 std::optional<int> SoundListener::waitingFor() const {
     return isWaiting_ ? sound_->waitingFor() : std::nullopt;

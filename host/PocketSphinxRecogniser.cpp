@@ -25,8 +25,6 @@ constexpr double pause = 0.8;            // seconds without a word that end an u
 constexpr double tolerance = 0.05;       // seconds that a published word may be off
 constexpr double worthTelling = 0.15;    // seconds off that are published by themselves
 
-double seconds(std::int64_t samples) { return static_cast<double>(samples) / recogniserRate; }
-
 std::int16_t toSixteenBits(float sample) {
     if (!(std::abs(sample) <= 1)) sample = std::isnan(sample) ? 0.0F : std::copysign(1.0F, sample);
     return static_cast<std::int16_t>(std::lround(sample * 32767));
@@ -142,7 +140,7 @@ std::vector<WordsUpdate> PocketSphinxRecogniser::finish() {
     decoder_->hear(pending_);
     samplesHeard_ += static_cast<std::int64_t>(pending_.size());
     decoder_->endUtterance();
-    publish(decoder_->words(seconds(utteranceStart_)), true, updates);
+    publish(decoder_->words(recogniserSeconds(utteranceStart_)), true, updates);
     return updates;
 }
 
@@ -150,10 +148,10 @@ void PocketSphinxRecogniser::decodePending(std::vector<WordsUpdate>& updates) {
     decoder_->hear(pending_);
     samplesHeard_ += static_cast<std::int64_t>(pending_.size());
     pending_.clear();
-    const double start = seconds(utteranceStart_);
+    const double start = recogniserSeconds(utteranceStart_);
     std::vector<HeardWord> words = decoder_->words(start);
 
-    const double now = seconds(samplesHeard_);
+    const double now = recogniserSeconds(samplesHeard_);
     const double silence = now - (words.empty() ? start : words.back().end);
     const bool settles =
         (now - start >= settleAfter_ && silence >= pause) || now - start >= settleAnyway_;
@@ -188,7 +186,7 @@ void PocketSphinxRecogniser::publish(std::vector<HeardWord> utterance, bool fina
     const auto kept = changed - utterance.begin();
 
     utterance.erase(utterance.begin(), changed);
-    updates.push_back({.time = seconds(samplesHeard_),
+    updates.push_back({.time = recogniserSeconds(samplesHeard_),
                        .keep = settledWords_ + kept,
                        .words = std::move(utterance),
                        .final = final});

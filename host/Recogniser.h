@@ -10,6 +10,7 @@
 //       for (const WordsUpdate& update : recogniser.hear(samples)) heard.apply(update);
 //   for (const WordsUpdate& update : recogniser.finish()) heard.apply(update);
 
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -18,6 +19,11 @@
 namespace Varnelle {
 
 inline constexpr int recogniserRate = 16000;  ///< samples/s that every recogniser is given
+
+/// How long `samples` samples at that rate last.
+constexpr double recogniserSeconds(std::int64_t samples) noexcept {
+    return static_cast<double>(samples) / recogniserRate;
+}
 
 /// Hears one sound from its beginning to its end. Owns no clock and no thread: the words depend
 /// on the samples alone, not on how they are cut into calls.

@@ -34,8 +34,6 @@ constexpr std::int64_t calm = 10 * recogniserRate;  // samples
 constexpr std::size_t pieceSize = recogniserRate;   // samples of one question
 constexpr std::chrono::milliseconds waitingStep{100};
 
-double seconds(std::int64_t samples) { return static_cast<double>(samples) / recogniserRate; }
-
 // In steps, so that hours of sleep between two of them count as one.
 bool canWithin(short event, int descriptor, std::chrono::milliseconds time) {
     for (; time.count() > 0; time -= waitingStep) {
@@ -242,8 +240,8 @@ std::vector<WordsUpdate> RecogniserProcess::ask(const RecogniserMessage& questio
     const RecogniserMessage answer = process_->ask(question, patience_.answer);
     auto updates = updatesFromBytes(answer.content);
     if (!updates) throw Broken("answered nonsense");
-    const double start = seconds(samplesBefore_);
-    const double heard = seconds(samplesHeard_ - samplesBefore_) + 1e-6;
+    const double start = recogniserSeconds(samplesBefore_);
+    const double heard = recogniserSeconds(samplesHeard_ - samplesBefore_) + 1e-6;
     std::int64_t words = words_;
     for (WordsUpdate& update : *updates) {
         if (update.keep > words - wordsBefore_ || update.time > heard)
@@ -261,7 +259,7 @@ std::vector<WordsUpdate> RecogniserProcess::ask(const RecogniserMessage& questio
 }
 
 WordsUpdate RecogniserProcess::settled() const {
-    return {.time = seconds(samplesHeard_), .keep = words_, .words = {}, .final = true};
+    return {.time = recogniserSeconds(samplesHeard_), .keep = words_, .words = {}, .final = true};
 }
 
 // Counts ends that come soon after one another.
@@ -285,7 +283,7 @@ std::vector<WordsUpdate> RecogniserProcess::hear(std::span<const float> samples)
             noteEnd();
             updates.push_back(settled());
             complain_(fmt::format("the recogniser {} at {:.1f} seconds; another one goes on",
-                                  broken.what(), seconds(samplesHeard_)));
+                                  broken.what(), recogniserSeconds(samplesHeard_)));
             start();
         }
     }

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "PrompterCore/appearance/EditorTextSize.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -10,7 +11,7 @@ namespace {
 
 using namespace EditorTextSize;  // NOLINT
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(EditorTextSize, HasSixSteps) {

@@ -4,6 +4,7 @@
 
 #include "PrompterCore/audio/AudioLevel.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -11,8 +12,8 @@ namespace {
 
 using Samples = std::vector<float>;
 
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-constexpr float infinity = std::numeric_limits<float>::infinity();
+using Tests::infiniteSample;
+using Tests::nanSample;
 constexpr float largest = std::numeric_limits<float>::max();
 
 static_assert(AudioLevel::floorDecibels == -60.0);
@@ -49,15 +50,15 @@ TEST(AudioLevel, BelowTheFloorIsExactlyNothing) {
 }
 
 TEST(AudioLevel, OverFullScaleIsExactlyFull) {
-    for (const float sample : {1.0F, 1.5F, -40.0F, largest, infinity, -infinity}) {
+    for (const float sample : {1.0F, 1.5F, -40.0F, largest, infiniteSample, -infiniteSample}) {
         SCOPED_TRACE(sample);
         EXPECT_EQ(AudioLevel::meter(Samples(480, sample)), 1.0);
     }
 }
 
 TEST(AudioLevel, ASampleThatIsNoNumberReadsAsSilence) {
-    EXPECT_EQ(AudioLevel::meter(Samples{0.5F, nan, 0.5F}), 0.0);
-    EXPECT_EQ(AudioLevel::meter(Samples{nan}), 0.0);
+    EXPECT_EQ(AudioLevel::meter(Samples{0.5F, nanSample, 0.5F}), 0.0);
+    EXPECT_EQ(AudioLevel::meter(Samples{nanSample}), 0.0);
 }
 
 TEST(AudioLevel, LouderNeverReadsLess) {

@@ -9,6 +9,7 @@
 #include "PrompterCore/audio/ClapCommand.h"
 #include "PrompterCore/audio/ClapDetector.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 #include "tests/support/Sounds.h"
 
@@ -21,8 +22,8 @@ static_assert(std::is_nothrow_move_constructible_v<ClapDetector>);
 
 using Tests::Sounds;
 
-constexpr float nan = std::numeric_limits<float>::quiet_NaN();
-constexpr float infinity = std::numeric_limits<float>::infinity();
+using Tests::infiniteSample;
+using Tests::nanSample;
 
 // What is heard when the sound comes in buffers of `size` samples, the first one at `start`.
 std::vector<ClapGesture> heardIn(const Sounds& sounds, std::size_t size = 480, double start = 0) {
@@ -335,7 +336,8 @@ TEST(ClapDetector, TimesAreTheHostsOwn) {
 }
 
 TEST(ClapDetector, SamplesThatAreNoNumbersMakeNoClap) {
-    for (const float odd : {nan, infinity, -infinity, std::numeric_limits<float>::max()}) {
+    for (const float odd :
+         {nanSample, infiniteSample, -infiniteSample, std::numeric_limits<float>::max()}) {
         SCOPED_TRACE(odd);
         Sounds sounds(48'000, 2.0, 1);
         sounds.noise(0.001)

@@ -1,13 +1,13 @@
 #include <concepts>
-#include <limits>
 
 #include "PrompterCore/camera/CameraAdjustment.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+using Tests::most;
 
 static_assert(std::copyable<CameraAdjustment> && std::equality_comparable<CameraAdjustment>);
 static_assert(!std::default_initializable<CameraAdjustment>, "a host says what it means");

@@ -1,18 +1,17 @@
 #include <concepts>
-#include <limits>
 
 #include "PrompterCore/camera/CameraResolution.h"
 #include "PrompterCore/camera/CameraRotation.h"
 #include "PrompterCore/camera/FrameSize.h"
 #include "tests/reference/PlainCamera.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr auto landscape = CameraFraming::landscape;
-constexpr auto portrait = CameraFraming::portrait;
+using Tests::most;
+using enum CameraFraming;
 
 static_assert(std::copyable<CameraResolution> && std::equality_comparable<CameraResolution>);
 

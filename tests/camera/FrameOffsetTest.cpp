@@ -1,17 +1,17 @@
 #include <algorithm>
 #include <cmath>
 #include <concepts>
-#include <limits>
 
 #include "PrompterCore/camera/FrameOffset.h"
 #include "PrompterCore/camera/LensMarker.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
-const double nan = std::nan("");
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
+using Tests::nan;
 
 static_assert(std::copyable<FrameOffset> && std::equality_comparable<FrameOffset>);
 static_assert(std::copyable<LensMarker> && std::equality_comparable<LensMarker>);

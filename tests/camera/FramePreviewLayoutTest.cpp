@@ -10,9 +10,8 @@
 namespace PrompterCore {
 namespace {
 
-constexpr auto landscape = CameraFraming::landscape;
-constexpr auto portrait = CameraFraming::portrait;
-constexpr Size full{1920, 1080};
+using enum CameraFraming;
+constexpr Size fullHd{1920, 1080};
 constexpr Size pane{800, 600};
 constexpr bool mirrored = true;
 constexpr bool asSeen = false;
@@ -21,7 +20,7 @@ constexpr double scale = 337.5 / 608;  // of the portrait crop in that pane
 static_assert(std::copyable<FramePreviewLayout> && std::equality_comparable<FramePreviewLayout>);
 
 FramePreviewLayout portraitLayout(FrameOffset offset, bool isMirrored) {
-    return FramePreviewLayout(full, portrait, offset, pane, isMirrored);
+    return FramePreviewLayout(fullHd, portrait, offset, pane, isMirrored);
 }
 
 void expectNear(const Rectangle& a, const Rectangle& b) {
@@ -38,11 +37,11 @@ TEST(FramePreviewLayout, DoesWhatItsManualShows) {
 }
 
 TEST(FramePreviewLayout, WindowIsTheLargestInTheMiddleOfThePane) {
-    EXPECT_EQ(FramePreviewLayout(full, landscape, FrameOffset::centred, pane, asSeen).window(),
+    EXPECT_EQ(FramePreviewLayout(fullHd, landscape, FrameOffset::centred, pane, asSeen).window(),
               (Rectangle{{0, 75}, {800, 450}}));
     EXPECT_EQ(portraitLayout(FrameOffset::centred, asSeen).window(),
               (Rectangle{{231.25, 0}, {337.5, 600}}));
-    EXPECT_EQ(FramePreviewLayout(full, landscape, FrameOffset::centred, {-8, 6}, asSeen).window(),
+    EXPECT_EQ(FramePreviewLayout(fullHd, landscape, FrameOffset::centred, {-8, 6}, asSeen).window(),
               (Rectangle{{-4, 3}, {0, 0}}))
         << "a pane without room has a window without size";
     EXPECT_EQ(portraitLayout(FrameOffset::centred, asSeen).pane(), pane);
@@ -254,7 +253,7 @@ TEST(FramePreviewLayout, NeverAllocates) {
               }),
               0);
     static_assert(noexcept(
-        FramePreviewLayout(full, portrait, FrameOffset::centred, pane, mirrored).canPan()));
+        FramePreviewLayout(fullHd, portrait, FrameOffset::centred, pane, mirrored).canPan()));
 }
 
 }  // namespace

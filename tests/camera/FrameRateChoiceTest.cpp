@@ -3,6 +3,7 @@
 
 #include "PrompterCore/camera/FrameRateChoice.h"
 #include "tests/reference/PlainCamera.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -13,7 +14,7 @@ using Ranges = std::vector<ClosedRange<double>>;
 using FrameRateChoice::chosen;
 using FrameRateChoice::offered;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
 
 TEST(FrameRateChoice, DoesWhatItsManualShows) {
     EXPECT_EQ(FrameRateChoice::target, 30);

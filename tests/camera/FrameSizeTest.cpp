@@ -1,34 +1,33 @@
 #include <cmath>
-#include <limits>
 
 #include "PrompterCore/camera/FrameSize.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr auto landscape = CameraFraming::landscape;
-constexpr auto portrait = CameraFraming::portrait;
-constexpr Size full{1920, 1080};
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using enum CameraFraming;
+constexpr Size fullHd{1920, 1080};
+using Tests::infinity;
 
 TEST(FrameSize, DoesWhatItsManualShows) {
-    EXPECT_EQ(FrameSize::cropping(full, portrait), (Size{608, 1080}));
-    EXPECT_EQ(FrameSize::room(full, portrait), (Size{1312, 0}));
-    EXPECT_EQ(FrameSize::rect(full, portrait, FrameOffset(1, 0)),
+    EXPECT_EQ(FrameSize::cropping(fullHd, portrait), (Size{608, 1080}));
+    EXPECT_EQ(FrameSize::room(fullHd, portrait), (Size{1312, 0}));
+    EXPECT_EQ(FrameSize::rect(fullHd, portrait, FrameOffset(1, 0)),
               (Rectangle{{1312, 0}, {608, 1080}}));
 }
 
 TEST(FrameSize, AWholeCropLeavesNoRoom) {
-    EXPECT_EQ(FrameSize::cropping(full, landscape), full);
-    EXPECT_EQ(FrameSize::room(full, landscape), (Size{0, 0}));
-    EXPECT_EQ(FrameSize::rect(full, landscape, FrameOffset(1, -1)), (Rectangle{{0, 0}, full}));
+    EXPECT_EQ(FrameSize::cropping(fullHd, landscape), fullHd);
+    EXPECT_EQ(FrameSize::room(fullHd, landscape), (Size{0, 0}));
+    EXPECT_EQ(FrameSize::rect(fullHd, landscape, FrameOffset(1, -1)), (Rectangle{{0, 0}, fullHd}));
 }
 
 TEST(FrameSize, OffsetsGoFromEdgeToEdge) {
     const auto left = [](double x) {
-        return FrameSize::rect(full, portrait, FrameOffset(x, 0)).minX();
+        return FrameSize::rect(fullHd, portrait, FrameOffset(x, 0)).minX();
     };
     EXPECT_EQ(left(-1), 0);
     EXPECT_EQ(left(0), 656);
@@ -84,11 +83,12 @@ TEST(FrameSize, CropLiesWithinThePictureUpToItsRounding) {
 }
 
 TEST(FrameSize, NeverAllocates) {
-    EXPECT_EQ(Tests::allocationsDuring(
-                  [] { static_cast<void>(FrameSize::rect(full, portrait, FrameOffset::centred)); }),
+    EXPECT_EQ(Tests::allocationsDuring([] {
+                  static_cast<void>(FrameSize::rect(fullHd, portrait, FrameOffset::centred));
+              }),
               0);
-    static_assert(noexcept(FrameSize::rect(full, portrait, FrameOffset::centred)));
-    static_assert(noexcept(FrameSize::room(full, portrait)));
+    static_assert(noexcept(FrameSize::rect(fullHd, portrait, FrameOffset::centred)));
+    static_assert(noexcept(FrameSize::room(fullHd, portrait)));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include "PrompterCore/camera/ResolutionChoice.h"
 #include "tests/reference/PlainCamera.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -12,11 +13,10 @@ namespace {
 
 using Resolutions = std::vector<CameraResolution>;
 using Entries = std::vector<FramedResolution>;
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+using Tests::most;
 constexpr CameraResolution ultra{3840, 2160}, full{1920, 1080}, small{1280, 720};
 constexpr CameraResolution upright{1080, 1920}, classic{1920, 1440};
-constexpr auto landscape = CameraFraming::landscape;
-constexpr auto portrait = CameraFraming::portrait;
+using enum CameraFraming;
 constexpr auto none = CameraRotation::none;
 constexpr auto quarter = CameraRotation::quarter;
 

@@ -6,6 +6,7 @@
 
 #include "PrompterCore/colour/RGBA.h"
 #include "tests/colour/Colours.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 #include "tests/text/CodePoints.h"
@@ -20,7 +21,7 @@ using Tests::white;
 static_assert(std::copyable<RGBA> && std::equality_comparable<RGBA>);
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
 
 std::string twoDigits(int byte) {
     const std::string digits = "0123456789ABCDEF";

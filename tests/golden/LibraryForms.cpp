@@ -11,7 +11,7 @@ std::string stored(std::set<Text> ids) {
     return sections.stored().utf8() + '\n';
 }
 
-std::string readAndWritten(const std::string& file) {
+std::string openSectionsReadAndWritten(const std::string& file) {
     std::string lines;
     for (const std::string& line : linesOf(file))
         lines += OpenSections::fromStored(Text(line), {"not used: something is stored"})
@@ -27,7 +27,7 @@ std::vector<Form> libraryForms() {
     return {{"open-sections.txt",
              stored({}) + stored({"scripts"}) +
                  stored({"b", "a", "Z", " a", "a b", "\u00E9", "z", "\U0001F3A5", "10", "9"}),
-             readAndWritten}};
+             openSectionsReadAndWritten}};
 }
 
 }  // namespace PrompterCore::Tests

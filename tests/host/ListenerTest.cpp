@@ -269,12 +269,12 @@ private:
     std::size_t published_ = 0;
 };
 
-const std::string sample = VARNELLE_SAMPLE_DIRECTORY "/sample.flac";
+const std::string recording = VARNELLE_SAMPLE_DIRECTORY "/sample.flac";
 
 TEST(SoundListener, HearsTheSameAtAnySpeed) {
-    SoundListener atOnce(std::make_unique<SoundFileSource>(sample),
+    SoundListener atOnce(std::make_unique<SoundFileSource>(recording),
                          std::make_unique<CountingRecogniser>());
-    SoundListener frameByFrame(std::make_unique<SoundFileSource>(sample),
+    SoundListener frameByFrame(std::make_unique<SoundFileSource>(recording),
                                std::make_unique<CountingRecogniser>());
     const std::vector<Heard> all = atOnce.until(ever);
     std::vector<Heard> pieces;
@@ -342,7 +342,7 @@ TEST(SoundListener, ALiveSoundIsNotHeardBehindAPauseOrAStop) {
 }
 
 TEST(SoundListener, AFileIsNotTouchedByAPause) {
-    SoundListener listener(std::make_unique<SoundFileSource>(sample),
+    SoundListener listener(std::make_unique<SoundFileSource>(recording),
                            std::make_unique<CountingRecogniser>());
     EXPECT_FALSE(listener.passOver(1));
     static_cast<void>(listener.until(ever));
@@ -350,7 +350,7 @@ TEST(SoundListener, AFileIsNotTouchedByAPause) {
 }
 
 TEST(SoundListener, NothingIsHeardBeforeItsTime) {
-    SoundListener listener(std::make_unique<SoundFileSource>(sample),
+    SoundListener listener(std::make_unique<SoundFileSource>(recording),
                            std::make_unique<CountingRecogniser>());
     double last = 0;
     for (int frame = 0; frame < 300; ++frame) {

@@ -8,6 +8,7 @@
 
 #include "tests/prompter/Lines.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 
 namespace PrompterCore {
 namespace {
@@ -20,10 +21,10 @@ using Tests::linesOf;
 using Tests::textLine;
 using Lines = std::vector<PromptLine>;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 static_assert(std::copyable<PromptLine> && std::equality_comparable<PromptLine>);
 static_assert(std::is_nothrow_move_constructible_v<PromptLine>);

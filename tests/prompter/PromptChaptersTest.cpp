@@ -1,5 +1,4 @@
 #include <concepts>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -9,6 +8,7 @@
 #include "PrompterCore/script/ScriptChapters.h"
 #include "tests/prompter/Lines.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -20,8 +20,8 @@ using Tests::linesOf;
 using Tests::textLine;
 using Chapters = std::vector<PromptChapter>;
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 static_assert(std::copyable<PromptChapter> && std::equality_comparable<PromptChapter>);
 

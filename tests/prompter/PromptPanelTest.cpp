@@ -1,9 +1,9 @@
-#include <limits>
 #include <vector>
 
 #include "PrompterCore/prompter/PromptPanel.h"
 #include "tests/prompter/Lines.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 
@@ -17,8 +17,8 @@ using Tests::linesOf;
 using Tests::textLine;
 using Indices = std::vector<std::int64_t>;
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 // Nine lines: a heading, then text on lines 1 2 3, 5 6 and 8; two tokens each.
 const std::vector<PromptLine> nine{headingLine("One", 0), textLine(0, 2),         textLine(2, 4),

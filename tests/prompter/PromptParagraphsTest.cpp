@@ -1,4 +1,3 @@
-#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -6,6 +5,7 @@
 #include "PrompterCore/prompter/PromptParagraphs.h"
 #include "tests/prompter/Lines.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -18,8 +18,8 @@ using Tests::textLine;
 using Lines = std::vector<PromptLine>;
 using Blocks = std::vector<LineRange>;
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 const Lines& twoParagraphs() {
     static const Lines lines{textLine(0, 2), textLine(2, 3), blankLine(3), headingLine("One", 3),

@@ -5,6 +5,7 @@
 
 #include "PrompterCore/prompter/PrompterGeometry.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -14,8 +15,8 @@ using PrompterGeometry::bandOffset;
 using PrompterGeometry::contentOffset;
 using PrompterGeometry::lineTop;
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 TEST(PrompterGeometry, DoesWhatItsManualShows) {
     EXPECT_EQ(contentOffset(10.5, 8, 40, 300), 200);

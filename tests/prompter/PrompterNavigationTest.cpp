@@ -1,4 +1,3 @@
-#include <limits>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -7,6 +6,7 @@
 #include "tests/prompter/Lines.h"
 #include "tests/reference/PlainPrompter.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 
@@ -23,8 +23,8 @@ using Tests::textLine;
 using Lines = std::vector<PromptLine>;
 using MaybeToken = std::optional<std::int64_t>;
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 struct Move {
     const char* what;

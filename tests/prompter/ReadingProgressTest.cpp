@@ -1,5 +1,4 @@
 #include <concepts>
-#include <limits>
 #include <span>
 #include <string>
 #include <vector>
@@ -7,14 +6,15 @@
 #include "PrompterCore/prompter/ReadingProgress.h"
 #include "tests/prompter/Lines.h"
 #include "tests/reference/PlainPrompter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 static_assert(std::copyable<ReadingProgress> && std::equality_comparable<ReadingProgress>);
 

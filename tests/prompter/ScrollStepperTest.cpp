@@ -8,12 +8,13 @@
 
 #include "PrompterCore/prompter/ScrollStepper.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
 
 static_assert(std::copyable<ScrollStepper> && std::equality_comparable<ScrollStepper>);
 static_assert(!std::convertible_to<double, ScrollStepper>);

@@ -9,6 +9,7 @@
 
 #include "PrompterCore/records/Record.h"
 #include "tests/records/Stored.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 
@@ -26,7 +27,7 @@ static_assert(std::copyable<Record> && std::equality_comparable<Record>);
 static_assert(std::copyable<RecordValue> && std::equality_comparable<RecordValue>);
 static_assert(!std::constructible_from<RecordValue, const char*>);
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
 constexpr auto largest = std::numeric_limits<std::int64_t>::max();
 
 // What the failure of `act` says, with its kind in front.

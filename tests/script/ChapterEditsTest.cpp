@@ -1,15 +1,15 @@
-#include <limits>
 #include <optional>
 #include <string>
 
 #include "PrompterCore/script/ChapterEdits.h"
 #include "tests/script/Built.h"
+#include "tests/support/Extremes.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 constexpr bool keepingText = true;
 constexpr bool withItsText = false;
 

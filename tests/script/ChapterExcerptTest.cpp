@@ -1,16 +1,16 @@
 #include <concepts>
-#include <limits>
 #include <optional>
 
 #include "PrompterCore/script/ChapterExcerpt.h"
 #include "PrompterCore/script/ScriptEnd.h"
 #include "tests/script/Built.h"
+#include "tests/support/Extremes.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 static_assert(std::copyable<ChapterFocus> && std::equality_comparable<ChapterFocus>);
 static_assert(std::copyable<ChapterExcerpt::Excerpt> &&

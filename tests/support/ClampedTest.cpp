@@ -1,17 +1,17 @@
 #include <algorithm>
 #include <concepts>
 #include <cstdint>
-#include <limits>
 
 #include "PrompterCore/support/Clamped.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
 using Delay = Clamped<0, 1000>;
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 static_assert(std::copyable<Delay> && std::equality_comparable<Delay>);
 static_assert(!std::default_initializable<Delay>, "somebody chose the number");

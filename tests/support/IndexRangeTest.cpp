@@ -1,9 +1,9 @@
 #include <concepts>
 #include <cstdint>
-#include <limits>
 #include <utility>
 
 #include "PrompterCore/support/IndexRange.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Printing.h"
 
 namespace PrompterCore {
@@ -27,8 +27,8 @@ static_assert(!std::constructible_from<TokenRange, WordRange>);
 static_assert(!std::constructible_from<TokenRange, std::int64_t>);
 static_assert(sizeof(TokenRange) == 16);
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 TEST(IndexRange, HoldsFromLowerUpToNotIncludingUpper) {
     constexpr TokenRange range(2, 5);

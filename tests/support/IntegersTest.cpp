@@ -1,13 +1,14 @@
 #include <limits>
 
 #include "PrompterCore/support/Integers.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+using Tests::least;
+using Tests::most;
 
 TEST(Integers, CheckedResultsReachBothEnds) {
     EXPECT_EQ(checkedAdd(most - 1, 1), most);

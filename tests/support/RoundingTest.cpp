@@ -2,12 +2,13 @@
 #include <limits>
 
 #include "PrompterCore/support/Rounding.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(Rounding, HalvesGoAwayFromZero) {

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cmath>
 #include <concepts>
-#include <limits>
 #include <tuple>
 #include <unordered_set>
 #include <vector>
@@ -9,13 +8,14 @@
 #include "PrompterCore/takes/CelebrationLog.h"
 #include "PrompterCore/takes/Confetti.h"
 #include "tests/reference/PlainConfetti.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
 using Confetti::Piece;
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
 
 static_assert(std::copyable<CelebrationLog> && std::equality_comparable<CelebrationLog>);
 static_assert(std::copyable<Piece> && std::equality_comparable<Piece>);

@@ -1,9 +1,9 @@
 #include <cmath>
-#include <limits>
 #include <string>
 #include <vector>
 
 #include "PrompterCore/takes/ChapterTimestamps.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -11,7 +11,7 @@ namespace {
 
 using Marks = std::vector<ChapterMark>;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
 
 // The line of a mark that is not the first.
 std::string lineOf(double seconds) {

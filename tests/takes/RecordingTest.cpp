@@ -3,7 +3,6 @@
 #include <cmath>
 #include <concepts>
 #include <filesystem>
-#include <limits>
 #include <optional>
 
 #include "PrompterCore/takes/FolderName.h"
@@ -12,13 +11,14 @@
 #include "PrompterCore/takes/RecordingMode.h"
 #include "PrompterCore/takes/StorageFolder.h"
 #include "PrompterCore/takes/VideoBitrate.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
 
 static_assert(std::copyable<StorageFolder> && std::equality_comparable<StorageFolder>);
 

@@ -1,12 +1,12 @@
 #include <cmath>
 #include <concepts>
-#include <limits>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "PrompterCore/voice/ScrollModel.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -22,8 +22,8 @@ static_assert(std::is_nothrow_move_assignable_v<ScrollModel>);
 
 constexpr bool speaking = true;
 constexpr bool silent = false;
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+using Tests::infinity;
+using Tests::nan;
 
 const ScrollConfig config{.defaultRate = 2.0,
                           .minRate = 1.0,

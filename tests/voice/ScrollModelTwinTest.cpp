@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/reference/PlainScrollModel.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
@@ -43,7 +44,7 @@ struct Pair {
 };
 
 constexpr double inf = std::numeric_limits<double>::infinity();
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+using Tests::nan;
 
 rc::Gen<ScrollConfig> configOver(const rc::Gen<double>& number) {
     return rc::gen::exec([number] {

@@ -7,6 +7,7 @@
 
 #include "PrompterCore/voice/VoiceAligner.h"
 #include "tests/support/AllocationCounter.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Printing.h"
 
 namespace PrompterCore {
@@ -19,8 +20,8 @@ static_assert(!std::is_default_constructible_v<AlignerConfig>);
 static_assert(std::is_nothrow_move_constructible_v<VoiceAligner> &&
               std::is_nothrow_move_assignable_v<VoiceAligner>);
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double infinity = std::numeric_limits<double>::infinity();
+using Tests::infinity;
+using Tests::nan;
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t smallest = std::numeric_limits<std::int64_t>::min();
 

@@ -1,17 +1,17 @@
 #include <algorithm>
-#include <limits>
 #include <string>
 #include <vector>
 
 #include "PrompterCore/voice/WordSimilarity.h"
 #include "tests/reference/PlainAligner.h"
+#include "tests/support/Extremes.h"
 #include "tests/support/Generators.h"
 #include "tests/support/Properties.h"
 
 namespace PrompterCore {
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+using Tests::nan;
 
 TEST(WordSimilarity, DistancesCountCharactersThatAReaderSees) {
     struct Case {
