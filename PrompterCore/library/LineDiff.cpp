@@ -14,23 +14,31 @@ namespace PrompterCore {
 
 namespace {
 
-std::vector<Text> linesOf(const Text& text) {
-    std::vector<Text> lines;
+// A line is a text only where it is shown: copying every line to compare it costs more than the
+// comparison.
+using Lines = std::vector<WellFormed>;
+
+Lines linesOf(const Text& text) {
+    Lines lines;
     if (text.isEmpty()) return lines;
     const std::string_view bytes = text.utf8();
     for (std::size_t start = 0; start <= bytes.size();) {
         const std::size_t end = std::min(bytes.find('\n', start), bytes.size());
-        lines.emplace_back(WellFormed{bytes.substr(start, end - start)});
+        lines.push_back({bytes.substr(start, end - start)});
         start = end + 1;
     }
     return lines;
 }
 
-std::vector<DiffSegment> whole(const Text& line) { return {{line, DiffOperation::equal}}; }
+std::vector<DiffSegment> whole(WellFormed line) {
+    std::vector<DiffSegment> segments;
+    segments.push_back({Text(line), DiffOperation::equal});
+    return segments;
+}
 
 // What one side of an edited line shows: the segments without those of the other side.
 std::vector<DiffSegment> side(const std::vector<DiffSegment>& words, DiffOperation other,
-                              const Text& line) {
+                              WellFormed line) {
     std::vector<DiffSegment> segments;
     for (const DiffSegment& segment : words) {
         if (segment.operation == other) continue;
@@ -39,7 +47,7 @@ std::vector<DiffSegment> side(const std::vector<DiffSegment>& words, DiffOperati
     return segments.empty() ? whole(line) : segments;
 }
 
-using LineSteps = std::vector<LCS::Step<Text>>;
+using LineSteps = std::vector<LCS::Step<WellFormed>>;
 
 // The end of the run of `operation` that starts at `from`.
 std::size_t runEnd(const LineSteps& steps, std::size_t from, DiffOperation operation) {
@@ -76,9 +84,10 @@ std::vector<DiffLine> LineDiff::between(const Text& before, const Text& after) {
             const std::size_t removedEnd = runEnd(steps, k, DiffOperation::delete_);
             const std::size_t addedEnd = runEnd(steps, removedEnd, DiffOperation::insert);
             if (removedEnd - k == 1 && addedEnd - removedEnd == 1) {
-                const Text& oldLine = steps[k].element;
-                const Text& newLine = steps[k + 1].element;
-                const std::vector<DiffSegment> words = WordDiff::between(oldLine, newLine);
+                const WellFormed oldLine = steps[k].element;
+                const WellFormed newLine = steps[k + 1].element;
+                const std::vector<DiffSegment> words =
+                    WordDiff::between(Text(oldLine), Text(newLine));
                 emit(LineChange::removed, side(words, DiffOperation::insert, oldLine));
                 emit(LineChange::added, side(words, DiffOperation::delete_, newLine));
                 k = addedEnd;

@@ -11,15 +11,15 @@ namespace PrompterCore::WordDiff {
 
 namespace {
 
-std::vector<Text> words(const Text& text) {
-    std::vector<Text> result;
-    const Characters characters(text);
+// Parts of the text that `characters` are of.
+std::vector<WellFormed> words(const Characters& characters) {
+    std::vector<WellFormed> result;
     const std::int64_t count = characters.count();
     std::int64_t start = 0;
     for (std::int64_t i = 0; i <= count; ++i) {
         if (i < count && !characters[i].isWhiteSpace()) continue;
         if (i > start) {
-            result.emplace_back(WellFormed{characters.slice(CharacterRange(start, i))});
+            result.push_back({characters.slice(CharacterRange(start, i))});
         }
         start = i + 1;
     }
@@ -35,18 +35,20 @@ struct Run {
 }  // namespace
 
 std::vector<DiffSegment> between(const Text& before, const Text& after) {
+    const Characters old(before);
+    const Characters fresh(after);
     std::vector<Run> runs;
-    for (const auto& [word, operation] : LCS::diff(words(before), words(after))) {
+    for (const auto& [word, operation] : LCS::diff(words(old), words(fresh))) {
         if (runs.empty() || runs.back().operation != operation) {
-            runs.push_back({word.utf8(), operation});
+            runs.push_back({std::string(word.bytes), operation});
         } else {
-            runs.back().words.append(" ").append(word.utf8());
+            runs.back().words.append(" ").append(word.bytes);
         }
     }
     std::vector<DiffSegment> segments;
     segments.reserve(runs.size());
     for (const Run& run : runs) {
-        segments.push_back({Text(run.words), run.operation});
+        segments.push_back({Text(WellFormed{run.words}), run.operation});
     }
     return segments;
 }

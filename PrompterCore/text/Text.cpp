@@ -100,8 +100,8 @@ std::weak_ordering canonicalOrder(std::string_view a, std::string_view b) {
 
 }  // namespace PrompterCore
 
-std::size_t std::hash<PrompterCore::Text>::operator()(const PrompterCore::Text& text) const {
+std::size_t std::hash<PrompterCore::WellFormed>::operator()(PrompterCore::WellFormed text) const {
     const std::hash<std::string_view> hashOf;
-    return PrompterCore::isComposed(text.utf8()) ? hashOf(text.utf8())
-                                                 : hashOf(PrompterCore::composedForm(text.utf8()));
+    return PrompterCore::isComposed(text.bytes) ? hashOf(text.bytes)
+                                                : hashOf(PrompterCore::composedForm(text.bytes));
 }

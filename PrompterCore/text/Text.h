@@ -35,8 +35,13 @@ concept CharacterPointer =
     std::is_pointer_v<std::decay_t<T>> && std::convertible_to<T, std::string_view>;
 
 /// Bytes that are known to be well-formed, such as a part of a Text cut between its code points.
+/// Refers to them, and compares and hashes as the text of them would.
 struct WellFormed {
     std::string_view bytes;
+
+    friend bool operator==(WellFormed a, WellFormed b) {
+        return canonicallyEqual(a.bytes, b.bytes);
+    }
 };
 
 /// A value: cheap to move, ordered, hashable. Two texts that are equal may differ in bytes.
@@ -81,6 +86,13 @@ private:
 
 /// Equal texts have equal hashes, whatever their bytes.
 template <>
+struct std::hash<PrompterCore::WellFormed> {
+    std::size_t operator()(PrompterCore::WellFormed text) const;
+};
+
+template <>
 struct std::hash<PrompterCore::Text> {
-    std::size_t operator()(const PrompterCore::Text& text) const;
+    std::size_t operator()(const PrompterCore::Text& text) const {
+        return std::hash<PrompterCore::WellFormed>{}({text.utf8()});
+    }
 };
