@@ -27,7 +27,7 @@ constexpr auto setBitsUpTo = [] {
     return counts;
 }();
 
-// Where each number stands in a list, the last place first.
+// Where each number stands in a list.
 class Places {
 public:
     explicit Places(std::span<const std::int64_t> numbers) {
@@ -35,7 +35,7 @@ public:
         for (std::size_t i = numbers.size(); i-- > 0;) {
             places_.emplace_back(numbers[i], numbers.size() - 1 - i);
         }
-        std::ranges::stable_sort(places_, {}, &Place::first);
+        std::ranges::sort(places_);
     }
 
     // Calls `visit` with each place of `number`, counted from the end.

@@ -44,10 +44,12 @@ requires(!std::same_as<Element, bool>)  // a list of those has no elements to re
     Numbering<Element> numbering;
     const std::vector<std::int64_t> beforeNumbers = numbering.numbersOf(before);
     const std::vector<std::int64_t> afterNumbers = numbering.numbersOf(after);
+    const std::vector<DiffOperation> operationsInOrder = operations(beforeNumbers, afterNumbers);
     std::vector<Step<Element>> steps;
+    steps.reserve(operationsInOrder.size());
     std::size_t i = 0;
     std::size_t j = 0;
-    for (const DiffOperation operation : operations(beforeNumbers, afterNumbers)) {
+    for (const DiffOperation operation : operationsInOrder) {
         const bool isNew = operation == DiffOperation::insert;
         steps.push_back({isNew ? after[j] : before[i], operation});
         if (operation != DiffOperation::insert) i++;

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory_resource>
 #include <type_traits>
 #include <unordered_map>
 #include <vector>
@@ -60,9 +61,12 @@ private:
         }
     }
 
-    std::conditional_t<isHashable, std::unordered_map<const Element*, std::int64_t, Hash, Equal>,
-                       std::vector<const Element*>>
-        known_;
+    // Nothing is forgotten before the end, so what is known needs no memory of its own, one by one.
+    std::pmr::monotonic_buffer_resource memory_;
+    std::conditional_t<isHashable,
+                       std::pmr::unordered_map<const Element*, std::int64_t, Hash, Equal>,
+                       std::pmr::vector<const Element*>>
+        known_{&memory_};
 };
 
 }  // namespace PrompterCore

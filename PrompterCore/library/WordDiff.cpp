@@ -47,8 +47,8 @@ std::vector<DiffSegment> between(const Text& before, const Text& after) {
     }
     std::vector<DiffSegment> segments;
     segments.reserve(runs.size());
-    for (const Run& run : runs) {
-        segments.push_back({Text(WellFormed{run.words}), run.operation});
+    for (Run& run : runs) {
+        segments.push_back({Text(std::move(run.words)), run.operation});
     }
     return segments;
 }
